@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QMap>
+#include <QVariant>
+
+// Pricing-model configuration: numbered items (2 the other-items template, 5 the fees
+// template, 25 the current page name, ...).
+class PriceModelConfig
+{
+public:
+    virtual ~PriceModelConfig() = default;
+    QVariant getItem(int id) const { return m_items.value(id); }
+    void setItem(int id, const QVariant& value) { m_items.insert(id, value); }
+    const QMap<int, QVariant>& items() const { return m_items; }
+
+private:
+    QMap<int, QVariant> m_items;
+};
+
+// The configuration of one construction works (a unit project or the project root).
+class ConfigOfConstruction : public PriceModelConfig
+{
+};

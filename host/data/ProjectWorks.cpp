@@ -1,0 +1,85 @@
+#include "ProjectWorks.h"
+
+ProjectWorks::ProjectWorks(qint64 id, const QString& name) : m_id(id), m_name(name) {}
+
+ProjectWorks::~ProjectWorks()
+{
+    for (auto& map : m_works)
+        qDeleteAll(map);
+}
+
+void ProjectWorks::setName(const QString& name)
+{
+    m_name = name;
+    if (m_root)
+        m_root->setName(name);
+}
+
+void ProjectWorks::setProjectIndex(int index)
+{
+    m_index = index;
+    if (m_root)
+        m_root->setProjectIndex(index);
+}
+
+ProTreeNode* ProjectWorks::AddNode(ProTreeNode* parent, int id, int type, const QString& name)
+{
+    if (!m_root) {
+        m_root = std::make_unique<ProTreeNode>(m_index, id, type, name);
+        return m_root.get();
+    }
+    return new ProTreeNode(m_index, id, type, name, parent ? parent : m_root.get());
+}
+
+ProTreeNode* ProjectWorks::nodeById(int id) const
+{
+    if (!m_root)
+        return nullptr;
+    for (ProTreeNode* node : m_root->subtree())
+        if (ProTreeNode::Id(node) == id)
+            return node;
+    return nullptr;
+}
+
+QList<ProTreeNode*> ProjectWorks::unitProjectNodes() const
+{
+    QList<ProTreeNode*> list;
+    if (m_root)
+        for (ProTreeNode* node : m_root->subtree())
+            if (node->isUnitProject())
+                list << node;
+    return list;
+}
+
+int ProjectWorks::nextNodeId() const
+{
+    int id = 0;
+    if (m_root)
+        for (ProTreeNode* node : m_root->subtree())
+            id = qMax(id, ProTreeNode::Id(node));
+    return id + 1;
+}
+
+ConstructionWorks* ProjectWorks::works(int auditVersion, int nodeId) const
+{
+    if (auditVersion < 0 || auditVersion > 1)
+        return nullptr;
+    return m_works[auditVersion].value(nodeId, nullptr);
+}
+
+ConstructionWorks* ProjectWorks::ensureWorks(int auditVersion, int nodeId)
+{
+    if (auditVersion < 0 || auditVersion > 1)
+        return nullptr;
+    ConstructionWorks*& w = m_works[auditVersion][nodeId];
+    if (!w) {
+        w = new ConstructionWorks;
+        w->setIdentity(this, auditVersion, nodeId);
+        if (ProTreeNode* node = nodeById(nodeId)) {
+            w->setName(ProTreeNode::Name(node));
+            if (auditVersion == 1)
+                node->setHasSsVersion(true);
+        }
+    }
+    return w;
+}

@@ -1,0 +1,68 @@
+#pragma once
+
+#include "OperatingUIInfo.h"
+
+#include <QList>
+#include <QObject>
+#include <QVariant>
+
+#include <memory>
+#include <vector>
+
+class BaseDataItem;
+class GeneralTableBase;
+class QUndoStack;
+
+// One journalled change of the data model with its inverse.
+class RUChange
+{
+public:
+    virtual ~RUChange() = default;
+    virtual void undo() = 0;
+    virtual void redo() = 0;
+};
+
+// The host's undo facility. A user action opens a record with BeginRecord, the data layer
+// journals every change into it, and EndRecord pushes it, labelled, onto the undo stack.
+// Nested Begin/End pairs fold into the outermost record.
+class RURecordControl : public QObject
+{
+    Q_OBJECT
+public:
+    static RURecordControl* GetInstance();
+
+    void BeginRecord();
+    void EndRecord(const OperatingUIInfo& info);
+    bool IsRecording() const { return m_depth > 0 && !m_replaying; }
+
+    // Reordering done outside the data layer: the rows of the table were in oldOrder before.
+    void RecordTableItemOrderChange(GeneralTableBase* table, const QList<BaseDataItem*>& oldOrder);
+
+    void RecordValueChange(BaseDataItem* item, int field, const QVariant& oldValue,
+                           const QVariant& newValue);
+    void RecordInsert(GeneralTableBase* table, BaseDataItem* item, int row);
+    void RecordRemove(GeneralTableBase* table, BaseDataItem* item, int row);
+    void RecordOrder(GeneralTableBase* table, const QList<BaseDataItem*>& oldOrder,
+                     const QList<BaseDataItem*>& newOrder);
+
+    QUndoStack* undoStack() const { return m_stack; }
+    bool Undo();
+    bool Redo();
+    // Drops all history: the project was closed or a row vanished outside any record.
+    void ForgetHistory();
+
+signals:
+    // After an undo or redo, with the info of the record that was replayed.
+    void signalReplayed(const OperatingUIInfo& info, bool undone);
+    void signalRecordPushed(const OperatingUIInfo& info);
+
+private:
+    RURecordControl();
+    void add(std::unique_ptr<RUChange> change);
+    friend class RUUndoCommand;
+
+    QUndoStack* m_stack;
+    int m_depth = 0;
+    bool m_replaying = false;
+    std::vector<std::unique_ptr<RUChange>> m_open;
+};
