@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+// Every message box, question, file dialog, input dialog, modal dialog and progress bar of
+// the host goes through here. Normally each is shown to the user. Tests switch scripting on:
+// nothing modal is shown, each call takes the next scripted answer (or a default: the first
+// button, an empty file name, a rejected dialog) and what would have been shown is recorded.
+class InteractionSeam
+{
+public:
+    struct Shown
+    {
+        QString kind;   // "information", "question", "warning", "critical", "open", "save",
+                        // "input", "modal", "progress"
+        QString title;
+        QString text;
+        QStringList buttons;
+    };
+
+    static void setScripted(bool scripted);
+    static bool isScripted();
+    // Queues answers: a button text or QMessageBox::StandardButton for boxes, a file name,
+    // an input text, or a QDialog result code for modal dialogs.
+    static void pushAnswer(const QVariant& answer);
+    static QVariant takeAnswer(const QVariant& defaultAnswer);
+    static void record(const Shown& shown);
+    static QList<Shown> shown();
+    static Shown lastShown();
+    static void clear();
+};

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+class QProgressDialog;
+
+// The host's progress bar for long operations on the GUI thread. Without a display or
+// under the test seam it only records its title, text and values.
+class VXProgressBar : public QObject
+{
+    Q_OBJECT
+public:
+    VXProgressBar(const QString& title, const QString& text, int minimum, int maximum,
+                  QObject* parent = nullptr);
+    ~VXProgressBar() override;
+
+    void setText(const QString& text);
+    void setValue(int value);
+    int value() const { return m_value; }
+    void finish();
+
+private:
+    QProgressDialog* m_dialog = nullptr;
+    int m_value = 0;
+};

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "HeaderColumn.h"
+
+#include <QTableView>
+
+// The host's grid. Its columns come from the table-header configuration of a list name;
+// the user may save the layout as a named template and switch between templates
+// ("默认表头" is the shipped configuration). Templates are stored per list name in the
+// user's data folder: TableHeader/<list name>/<template>.json.
+class zTableView : public QTableView
+{
+    Q_OBJECT
+public:
+    static inline const QString DefaultTemplateName = QStringLiteral("默认表头");
+
+    explicit zTableView(QWidget* parent = nullptr);
+
+    // Loads the shipped header of the list, then the user's last chosen template if any.
+    bool LoadTableHeader(const QString& listName);
+    QString listName() const { return m_config.listName; }
+    QString currentTemplateName() const { return m_currentTemplate; }
+    const HeaderConfig& headerConfig() const { return m_config; }
+    void applyHeaderConfig(const HeaderConfig& config);
+    int fieldOfColumn(int column) const;
+    int columnOfField(int field) const;
+    bool isEditing() const { return state() == QAbstractItemView::EditingState; }
+    void closeEditor(); // commits and closes an open cell editor
+
+    void setModel(QAbstractItemModel* model) override;
+
+    // The header-template commands (messages 7002-7005) and the template list (7006).
+    static void callSwitchTableHeaderConfig(zTableView* view, int type, int scope, const QString& name);
+    static void callSaveUserTemplateToJsonFilePanel(zTableView* view);
+    static void callModifyCurrColNamePanel(zTableView* view);
+    static void callHeaderSettingsPanel(zTableView* view);
+    static QStringList getCurrentTableAllTemplateName(zTableView* view);
+
+    // Saves the current layout as a user template (what the save panel does after asking).
+    bool saveUserTemplate(const QString& name, QString* error);
+
+signals:
+    void headerConfigChanged();
+    // A finished row drag: rows from..to (inclusive start row of the drag, target row).
+    void signalMouseMoveRows(int from, int to, bool finished);
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    void pushColumnsToModel();
+    HeaderConfig m_config;
+    QString m_currentTemplate;
+    int m_dragFrom = -1;
+};
