@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+
+class ConstructionWorks;
+
+// Fee variables (费用变量) of a unit project: named amounts that formulas refer to. Some are
+// kept as loaded (分部分项工程费, 措施项目费 come from parts of the project outside these
+// lists); the ones below are derived from the lists after every change.
+class FyBlBusiness
+{
+public:
+    static FyBlBusiness* GetInstance();
+
+    void RecalculateFyBl(ConstructionWorks* works);
+    double GetFyBlValueById(ConstructionWorks* works, int id) const;
+    double GetFyBlValueByName(ConstructionWorks* works, const QString& name) const;
+    // Name -> value, for evaluating formulas.
+    QHash<QString, double> variables(ConstructionWorks* works) const;
+    // Sets (or adds) a variable by name, journalled.
+    void setValue(ConstructionWorks* works, const QString& name, double value);
+};

@@ -1,0 +1,81 @@
+#include "LxGzXmQdJJjbBusiness.h"
+
+#include "BusinessFaultInjection.h"
+#include "FyBlBusiness.h"
+#include "TableOps.h"
+#include "VXParseAlg.h"
+
+#include "LxGzXmRgDjQdTable.h"
+
+#include <cmath>
+
+bool LxGzXmQdJJjbBusiness::ProcColunmValueChanged(ConstructionWorks* works, LxGzXmRgDjQdTable* table,
+                                                  int row, int column, const QVariant& value)
+{
+    BusinessFaultInjection::check();
+    BaseDataItem* item = table ? table->at(row) : nullptr;
+    if (!item)
+        return false;
+    QVariant stored = TableOps::normalise(value);
+    if (column == 4 && value.toString().trimmed().isEmpty())
+        stored = QVariant();
+    item->setValue(column, stored);
+    CalculateLxGzXmQdTable(works, table);
+    return true;
+}
+
+void LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(ConstructionWorks* works, LxGzXmRgDjQdTable* table)
+{
+    Q_UNUSED(works)
+    if (!table)
+        return;
+    // Prices are kept to fen.
+    for (BaseDataItem* item : table->items())
+        if (item->getValue(4).userType() == QMetaType::Double)
+            item->setValue(4, std::round(item->getDouble(4) * 100.0) / 100.0);
+}
+
+bool LxGzXmQdJJjbBusiness::CheckExistedTotalRow(const QList<BaseDataItem*>& items, BaseDataItem*& total)
+{
+    total = nullptr;
+    for (BaseDataItem* item : items)
+        if (item->getKind() == 1) {
+            total = item;
+            return true;
+        }
+    return false;
+}
+
+bool LxGzXmQdJJjbBusiness::isEmptyRow(BaseDataItem* item)
+{
+    return TableOps::isBlank(item);
+}
+
+bool LxGzXmQdJJjbBusiness::RemoveItem(ConstructionWorks* works, LxGzXmRgDjQdTable* table, int row)
+{
+    if (!table || !table->at(row))
+        return false;
+    table->BaseDataItemRemoveAt(row);
+    CalculateLxGzXmQdTable(works, table);
+    return true;
+}
+
+bool LxGzXmQdJJjbBusiness::GridRowCanMove(LxGzXmRgDjQdTable* table, int from, int to)
+{
+    return TableOps::canMove(table, from, to, -1);
+}
+
+bool LxGzXmQdJJjbBusiness::GridRowMove(LxGzXmRgDjQdTable* table, int from, int to)
+{
+    return GridRowCanMove(table, from, to) && table->BaseDataItemMove(from, to);
+}
+
+bool LxGzXmQdJJjbBusiness::CalculateFormula(ConstructionWorks* works, const QString& text,
+                                            double& result, QString& error)
+{
+    error.clear();
+    if (text.trimmed().isEmpty())
+        return false;
+    return VXParseAlg::getInstance()->ExpCalc(text, FyBlBusiness::GetInstance()->variables(works),
+                                              result, error);
+}

@@ -1,0 +1,140 @@
+#include "QtXmQdJJjbBusiness.h"
+
+#include "BusinessFaultInjection.h"
+#include "FyBlBusiness.h"
+#include "TableOps.h"
+#include "VXParseAlg.h"
+
+#include "ConstructionWorks.h"
+
+#include <cmath>
+
+static double round2(double v)
+{
+    return std::round(v * 100.0) / 100.0;
+}
+
+bool QtXmQdJJjbBusiness::ProcColunmValueChanged(ConstructionWorks* works, QtXmQdHzTable* table,
+                                                int row, int field, const QVariant& value)
+{
+    BusinessFaultInjection::check();
+    BaseDataItem* item = table ? table->at(row) : nullptr;
+    if (!item || item->getKind() == Total)
+        return false;
+    // A calculation row keeps its formula as text; elsewhere a number typed as text is a number.
+    const bool formula = field == 3 && item->getKind() == Calculation;
+    item->setValue(field, formula ? QVariant(value.toString()) : TableOps::normalise(value));
+    CalculateTable(works, table);
+    return true;
+}
+
+bool QtXmQdJJjbBusiness::InsertCustomItem(ConstructionWorks* works, QtXmQdHzTable* table, int row)
+{
+    if (!table)
+        return false;
+    BaseDataItem* total = nullptr;
+    // Nothing goes below the total row.
+    if (CheckExistedTotalRow(table, &total))
+        row = qMin(row, table->GetItemIndexInOrder(total));
+    TableOps::insertNew(table, row < 0 ? table->count() : row, NewEmpty);
+    CalculateTable(works, table);
+    return true;
+}
+
+bool QtXmQdJJjbBusiness::RemoveItem(ConstructionWorks* works, QtXmQdHzTable* table, int row)
+{
+    BaseDataItem* item = table ? table->at(row) : nullptr;
+    if (!item || item->getKind() == Total)
+        return false;
+    table->BaseDataItemRemoveAt(row);
+    CalculateTable(works, table);
+    return true;
+}
+
+bool QtXmQdJJjbBusiness::isEmptyRow(BaseDataItem* item)
+{
+    return item && item->getKind() != Total && TableOps::isBlank(item);
+}
+
+bool QtXmQdJJjbBusiness::CheckExistedTotalRow(QtXmQdHzTable* table, BaseDataItem** total)
+{
+    BaseDataItem* found = TableOps::findKind(table, Total);
+    if (total)
+        *total = found;
+    return found != nullptr;
+}
+
+void QtXmQdJJjbBusiness::AddTotalItem(QtXmQdHzTable* table)
+{
+    if (!table)
+        return;
+    BaseDataItem* item = TableOps::insertNew(table, table->count(), Total);
+    item->setValue(2, QStringLiteral("合计"));
+}
+
+bool QtXmQdJJjbBusiness::GridRowCanMove(QtXmQdHzTable* table, int from, int to)
+{
+    return TableOps::canMove(table, from, to, Total);
+}
+
+bool QtXmQdJJjbBusiness::GridRowMove(ConstructionWorks* works, QtXmQdHzTable* table, int from, int to)
+{
+    if (!GridRowCanMove(table, from, to))
+        return false;
+    table->BaseDataItemMove(from, to);
+    CalculateTable(works, table);
+    return true;
+}
+
+double QtXmQdJJjbBusiness::rowAmount(const BaseDataItem* item)
+{
+    return item->getKind() == Calculation ? item->getDouble(6) : item->getDouble(3);
+}
+
+void QtXmQdJJjbBusiness::CalculateTable(ConstructionWorks* works, QtXmQdHzTable* table)
+{
+    if (!table)
+        return;
+    const QHash<QString, double> vars = FyBlBusiness::GetInstance()->variables(works);
+    const QList<BaseDataItem*>& rows = table->items();
+    for (BaseDataItem* item : rows) {
+        if (item->getKind() != Calculation)
+            continue;
+        double result = 0;
+        QString error;
+        if (!VXParseAlg::getInstance()->ExpCalc(item->getValue(3).toString(), vars, result, error))
+            result = 0;
+        item->setValue(6, round2(result));
+    }
+    // A subtotal sums its children: the rows below it numbered "<its serial>.n", or, when it
+    // has no serial, the rows down to the next subtotal or the total.
+    for (int i = 0; i < rows.size(); ++i) {
+        if (rows.at(i)->getKind() != SubTotal)
+            continue;
+        const QString serial = rows.at(i)->getValue(1).toString().trimmed();
+        double sum = 0;
+        for (int j = i + 1; j < rows.size(); ++j) {
+            const BaseDataItem* child = rows.at(j);
+            if (child->getKind() == Total)
+                break;
+            if (serial.isEmpty() ? child->getKind() == SubTotal
+                                 : !child->getValue(1).toString().startsWith(serial + QLatin1Char('.')))
+                break;
+            if (child->getKind() != SubTotal)
+                sum += rowAmount(child);
+        }
+        rows.at(i)->setValue(3, round2(sum));
+    }
+    // The total sums the top-level rows: those whose serial is not a child number.
+    double total = 0;
+    for (const BaseDataItem* item : rows) {
+        if (item->getKind() == Total || item->getValue(1).toString().contains(QLatin1Char('.')))
+            continue;
+        total += rowAmount(item);
+    }
+    BaseDataItem* totalRow = nullptr;
+    if (CheckExistedTotalRow(table, &totalRow))
+        totalRow->setValue(3, round2(total));
+    if (works && table->getOwner())
+        FyBlBusiness::GetInstance()->RecalculateFyBl(works);
+}

@@ -1,0 +1,101 @@
+#include "TableOps.h"
+
+#include "GeneralTableBase.h"
+
+#include <cmath>
+
+namespace TableOps {
+
+BaseDataItem* findKind(const GeneralTableBase* table, int kind)
+{
+    if (!table)
+        return nullptr;
+    for (BaseDataItem* item : table->items())
+        if (item->getKind() == kind)
+            return item;
+    return nullptr;
+}
+
+bool isBlank(const BaseDataItem* item)
+{
+    if (!item)
+        return true;
+    for (const QVariant& v : item->rawValues())
+        if (v.isValid() && !v.toString().trimmed().isEmpty())
+            return false;
+    return true;
+}
+
+QVariant normalise(const QVariant& value)
+{
+    if (value.userType() != QMetaType::QString)
+        return value;
+    bool ok = false;
+    const double d = value.toString().trimmed().toDouble(&ok);
+    return ok ? QVariant(d) : value;
+}
+
+BaseDataItem* insertNew(GeneralTableBase* table, int row, int kind)
+{
+    if (!table)
+        return nullptr;
+    BaseDataItem* item = table->CreateItem();
+    item->loadState(kind, false, 0, QString());
+    table->BaseDataItemInsert(qBound(0, row, table->count()), item);
+    return item;
+}
+
+bool canMove(const GeneralTableBase* table, int from, int to, int fixedKind)
+{
+    if (!table || from == to || from < 0 || to < 0 || from >= table->count() || to >= table->count())
+        return false;
+    return table->at(from)->getKind() != fixedKind && table->at(to)->getKind() != fixedKind;
+}
+
+void renumber(GeneralTableBase* table, int kind)
+{
+    int n = 0;
+    for (BaseDataItem* item : table->items())
+        if (item->getKind() == kind)
+            item->setValue(1, ++n);
+}
+
+} // namespace TableOps
+
+namespace TableOps {
+
+void calculateMaterialList(GeneralTableBase* table)
+{
+    if (!table)
+        return;
+    double total = 0;
+    BaseDataItem* totalRow = nullptr;
+    for (BaseDataItem* item : table->items()) {
+        if (item->getKind() == 2) {
+            totalRow = item;
+            continue;
+        }
+        const double amount = std::round(item->getDouble(9) * item->getDouble(7) * 100.0) / 100.0;
+        if (item->getValue(9).isValid() || item->getValue(7).isValid())
+            item->setValue(10, amount);
+        total += amount;
+    }
+    if (totalRow)
+        totalRow->setValue(10, std::round(total * 100.0) / 100.0);
+}
+
+bool materialValueChanged(GeneralTableBase* table, int row, int field, const QVariant& value)
+{
+    BaseDataItem* item = table ? table->at(row) : nullptr;
+    if (!item || item->getKind() == 2)
+        return false;
+    const bool numeric = field == 6 || field == 7 || field == 9 || field == 10;
+    QVariant stored = normalise(value);
+    if (numeric && value.toString().trimmed().isEmpty())
+        stored = QVariant();
+    item->setValue(field, stored);
+    calculateMaterialList(table);
+    return true;
+}
+
+} // namespace TableOps

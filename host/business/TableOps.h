@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QVariant>
+
+class BaseDataItem;
+class GeneralTableBase;
+
+// Row operations that every list's business service shares.
+namespace TableOps {
+
+// The row of the given kind, or null.
+BaseDataItem* findKind(const GeneralTableBase* table, int kind);
+// Whether no field of the row holds a value.
+bool isBlank(const BaseDataItem* item);
+// Numbers typed as text ("12.5", " 3 ") become doubles; other text stays text.
+QVariant normalise(const QVariant& value);
+// Inserts a new row of the table's class at row (appended past the end); returns it.
+BaseDataItem* insertNew(GeneralTableBase* table, int row, int kind);
+// A move is possible between two distinct existing rows, neither of them of the fixed kind.
+bool canMove(const GeneralTableBase* table, int from, int to, int fixedKind);
+// Renumbers field 1 of rows of the given kind 1, 2, 3 ...
+void renumber(GeneralTableBase* table, int kind);
+
+} // namespace TableOps
+
+namespace TableOps {
+
+// Materials lists (kind 1 material rows, kind 2 total row): amount (10) = quantity (9) x
+// price (7), rounded to fen; the total row sums the amounts.
+void calculateMaterialList(GeneralTableBase* table);
+// A field edit of a materials list: numbers stored as numbers, then recalculation.
+bool materialValueChanged(GeneralTableBase* table, int row, int field, const QVariant& value);
+
+} // namespace TableOps

@@ -1,0 +1,99 @@
+#include "VXParseAlg.h"
+
+#include <muParser.h>
+
+#include <cmath>
+#include <string>
+#include <vector>
+
+VXParseAlg* VXParseAlg::getInstance()
+{
+    static VXParseAlg instance;
+    return &instance;
+}
+
+QString VXParseAlg::ReplaceFormulaItem(const QString& text)
+{
+    QString out;
+    out.reserve(text.size());
+    for (const QChar c : text) {
+        const ushort u = c.unicode();
+        if (u >= 0xFF01 && u <= 0xFF5E)
+            out += QChar(u - 0xFEE0); // full-width ASCII block
+        else if (u == 0x00D7)
+            out += QLatin1Char('*');
+        else if (u == 0x00F7)
+            out += QLatin1Char('/');
+        else if (u == 0x3001)
+            out += QLatin1Char(',');
+        else if (u == 0x3000 || c == QLatin1Char(' ') || c == QLatin1Char('\t'))
+            continue;
+        else
+            out += c;
+    }
+    return out;
+}
+
+namespace {
+
+void prepare(mu::Parser& parser)
+{
+    // Names may hold UTF-8 bytes of Chinese characters.
+    std::string chars = "0123456789_abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+    for (int b = 0x80; b <= 0xFF; ++b)
+        chars += char(b);
+    parser.DefineNameChars(chars.c_str());
+}
+
+QString parserError(const mu::Parser::exception_type& e)
+{
+    return QString::fromStdString(e.GetMsg());
+}
+
+} // namespace
+
+bool VXParseAlg::ExpCalc(const QString& expr, const QHash<QString, double>& vars, double& result,
+                         QString& error) const
+{
+    const QString text = ReplaceFormulaItem(expr);
+    if (text.isEmpty()) {
+        error.clear();
+        return false;
+    }
+    try {
+        mu::Parser parser;
+        prepare(parser);
+        std::vector<double> values;
+        values.reserve(size_t(vars.size()));
+        for (auto it = vars.begin(); it != vars.end(); ++it) {
+            values.push_back(it.value());
+            const QByteArray name = it.key().toUtf8();
+            if (text.contains(it.key()))
+                parser.DefineVar(name.toStdString(), &values.back());
+        }
+        parser.SetExpr(text.toUtf8().toStdString());
+        result = parser.Eval();
+        if (!std::isfinite(result)) {
+            error = QStringLiteral("计算结果无效");
+            return false;
+        }
+        return true;
+    } catch (const mu::Parser::exception_type& e) {
+        error = parserError(e);
+        return false;
+    }
+}
+
+bool VXParseAlg::CheckExpressionEx(const QString& expr, const QStringList& names, QString& error) const
+{
+    QHash<QString, double> vars;
+    for (const QString& name : names)
+        vars.insert(name, 1.0);
+    double ignored = 0;
+    QString message;
+    if (ExpCalc(expr, vars, ignored, message))
+        return true;
+    // Division by a variable that happens to be zero is still a valid expression.
+    error = message;
+    return message == QStringLiteral("计算结果无效");
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <QStringList>
+
+// Arithmetic expressions over named variables (fee-variable names, Chinese included).
+class VXParseAlg
+{
+public:
+    static VXParseAlg* getInstance();
+
+    // Full-width digits, operators and brackets, ×, ÷ and the Chinese comma become ASCII;
+    // spaces are dropped.
+    static QString ReplaceFormulaItem(const QString& text);
+
+    // Evaluates expr with the given variables; false with an error text when it is not a
+    // valid expression or names an unknown variable.
+    bool ExpCalc(const QString& expr, const QHash<QString, double>& vars, double& result,
+                 QString& error) const;
+    // Checks the expression against the known names without needing their values.
+    bool CheckExpressionEx(const QString& expr, const QStringList& names, QString& error) const;
+};
