@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <QTabWidget>
 
+class QMenu;
+
 #include <memory>
 #include <vector>
 
@@ -41,6 +43,7 @@ public:
     // Tells every created page's owner that the page goes (signalToDeleteTabWidget).
     void InformToManageDeleteWidget();
 
+    // Shows or hides a tab; a shown tab also becomes current unless keepCurrent.
     void SetTabVisibleBySysName(const QString& pageName, bool visible, bool keepCurrent);
     QString GetSysNameByIndex(int index) const;
     int indexOfPage(const QString& pageName) const;
@@ -75,7 +78,7 @@ private:
     void rebuildTabs();
     void emitPageArrangement();
 
-    int m_type;
+    int m_type; // the host's strip type; 4 is a module's bottom strip
     bool m_haveContextMenu = false;
     bool m_readOnly = false;
     bool m_rebuilding = false;

@@ -41,16 +41,18 @@ public:
 
 signals:
     void headerConfigChanged();
-    // A finished row drag: rows from..to (inclusive start row of the drag, target row).
+    // A row dragged by its row header from one row to another; finished on release.
     void signalMouseMoveRows(int from, int to, bool finished);
 
 protected:
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
+    // Rows are dragged by their row header.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void pushColumnsToModel();
+    bool loadTemplateFile(const QString& path, QString* error);
+    QString templateDir() const;
+    void rememberTemplate(const QString& name);
     HeaderConfig m_config;
     QString m_currentTemplate;
     int m_dragFrom = -1;

@@ -1,0 +1,58 @@
+#include "InteractionSeam.h"
+
+#include <QQueue>
+
+namespace {
+struct SeamState
+{
+    bool scripted = false;
+    QQueue<QVariant> answers;
+    QList<InteractionSeam::Shown> shown;
+};
+SeamState& state()
+{
+    static SeamState s;
+    return s;
+}
+} // namespace
+
+void InteractionSeam::setScripted(bool scripted)
+{
+    state().scripted = scripted;
+}
+
+bool InteractionSeam::isScripted()
+{
+    return state().scripted;
+}
+
+void InteractionSeam::pushAnswer(const QVariant& answer)
+{
+    state().answers.enqueue(answer);
+}
+
+QVariant InteractionSeam::takeAnswer(const QVariant& defaultAnswer)
+{
+    return state().answers.isEmpty() ? defaultAnswer : state().answers.dequeue();
+}
+
+void InteractionSeam::record(const Shown& shown)
+{
+    state().shown.append(shown);
+}
+
+QList<InteractionSeam::Shown> InteractionSeam::shown()
+{
+    return state().shown;
+}
+
+InteractionSeam::Shown InteractionSeam::lastShown()
+{
+    return state().shown.isEmpty() ? Shown() : state().shown.last();
+}
+
+void InteractionSeam::clear()
+{
+    state().answers.clear();
+    state().shown.clear();
+}

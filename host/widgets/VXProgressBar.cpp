@@ -1,0 +1,46 @@
+#include "VXProgressBar.h"
+#include "InteractionSeam.h"
+
+#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QProgressDialog>
+
+VXProgressBar::VXProgressBar(const QString& title, const QString& text, int minimum, int maximum,
+                             QObject* parent)
+    : QObject(parent), m_value(minimum)
+{
+    InteractionSeam::record({QStringLiteral("progress"), title, text, {}});
+    if (InteractionSeam::isScripted() || QGuiApplication::platformName() == QLatin1String("offscreen"))
+        return;
+    m_dialog = new QProgressDialog(text, QString(), minimum, maximum);
+    m_dialog->setWindowTitle(title);
+    m_dialog->setWindowModality(Qt::ApplicationModal);
+    m_dialog->setMinimumDuration(300);
+    m_dialog->setAutoClose(false);
+}
+
+VXProgressBar::~VXProgressBar()
+{
+    delete m_dialog;
+}
+
+void VXProgressBar::setText(const QString& text)
+{
+    if (m_dialog)
+        m_dialog->setLabelText(text);
+}
+
+void VXProgressBar::setValue(int value)
+{
+    m_value = value;
+    if (m_dialog) {
+        m_dialog->setValue(value);
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    }
+}
+
+void VXProgressBar::finish()
+{
+    if (m_dialog)
+        m_dialog->hide();
+}

@@ -1,0 +1,297 @@
+#include "zTableView.h"
+
+#include "BaseDataItemModel.h"
+#include "InteractionSeam.h"
+#include "SharedInterface.h"
+#include "zFileDialog.h"
+#include "zMessageBox.h"
+#include "zTitleModal.h"
+
+#include <QDebug>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QPushButton>
+#include <QDir>
+#include <QFile>
+#include <QHeaderView>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QRegularExpression>
+#include <QSaveFile>
+#include <QVBoxLayout>
+
+zTableView::zTableView(QWidget* parent) : QTableView(parent)
+{
+    setSelectionBehavior(QAbstractItemView::SelectItems);
+    setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
+                    | QAbstractItemView::AnyKeyPressed);
+    setAlternatingRowColors(false);
+    horizontalHeader()->setHighlightSections(false);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Interactive);
+    verticalHeader()->installEventFilter(this);
+    verticalHeader()->viewport()->installEventFilter(this);
+    setStyleSheet(QStringLiteral(
+        "QTableView { gridline-color: #d0d7e1; selection-background-color: #cde8ff;"
+        " selection-color: black; }"
+        "QHeaderView::section { background: #eef2f7; border: 1px solid #d0d7e1; padding: 2px; }"));
+}
+
+QString zTableView::templateDir() const
+{
+    return SharedInterface::GetUserDataPath() + QStringLiteral("TableHeader/") + m_config.listName;
+}
+
+bool zTableView::loadTemplateFile(const QString& path, QString* error)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        if (error)
+            *error = QStringLiteral("无法读取表头配置“%1”").arg(path);
+        return false;
+    }
+    const QString listName = m_config.listName;
+    HeaderConfig config = HeaderConfig::fromJson(file.readAll(), error);
+    if (!config.isValid())
+        return false;
+    if (config.listName.isEmpty())
+        config.listName = listName;
+    applyHeaderConfig(config);
+    return true;
+}
+
+bool zTableView::LoadTableHeader(const QString& listName)
+{
+    const QString path =
+        SharedInterface::GetAppPath() + QStringLiteral("Config/TableHeader/") + listName + QStringLiteral(".json");
+    QString error;
+    m_config.listName = listName;
+    if (!loadTemplateFile(path, &error)) {
+        qDebug().noquote() << QStringLiteral("表头加载失败 %1: %2").arg(listName, error);
+        return false;
+    }
+    m_currentTemplate = DefaultTemplateName;
+    // The user's last chosen template of this list, if it is still there.
+    QFile current(templateDir() + QStringLiteral("/.current"));
+    if (current.open(QIODevice::ReadOnly)) {
+        const QString name = QString::fromUtf8(current.readAll()).trimmed();
+        if (!name.isEmpty() && name != DefaultTemplateName
+            && loadTemplateFile(templateDir() + QLatin1Char('/') + name + QStringLiteral(".json"), nullptr))
+            m_currentTemplate = name;
+    }
+    return true;
+}
+
+void zTableView::applyHeaderConfig(const HeaderConfig& config)
+{
+    m_config = config;
+    setFont(QFont(config.fontFamily, config.fontPointSize));
+    verticalHeader()->setDefaultSectionSize(config.rowHeight);
+    pushColumnsToModel();
+    emit headerConfigChanged();
+}
+
+void zTableView::setModel(QAbstractItemModel* model)
+{
+    QTableView::setModel(model);
+    pushColumnsToModel();
+}
+
+void zTableView::pushColumnsToModel()
+{
+    if (auto* m = qobject_cast<BaseDataItemModel*>(model()))
+        m->setColumns(m_config.columns);
+    for (int c = 0; c < m_config.columns.size(); ++c) {
+        setColumnWidth(c, m_config.columns.at(c).width);
+        setColumnHidden(c, !m_config.columns.at(c).visible);
+    }
+}
+
+int zTableView::fieldOfColumn(int column) const
+{
+    return column >= 0 && column < m_config.columns.size() ? m_config.columns.at(column).field : -1;
+}
+
+int zTableView::columnOfField(int field) const
+{
+    for (int c = 0; c < m_config.columns.size(); ++c)
+        if (m_config.columns.at(c).field == field)
+            return c;
+    return -1;
+}
+
+void zTableView::closeEditor()
+{
+    if (QWidget* editor = indexWidget(currentIndex()))
+        QTableView::commitData(editor);
+    if (state() == QAbstractItemView::EditingState) {
+        QWidget* focus = focusWidget();
+        if (focus && focus != this && isAncestorOf(focus)) {
+            commitData(focus);
+            QTableView::closeEditor(focus, QAbstractItemDelegate::NoHint);
+        }
+    }
+}
+
+void zTableView::rememberTemplate(const QString& name)
+{
+    m_currentTemplate = name;
+    QDir().mkpath(templateDir());
+    QSaveFile file(templateDir() + QStringLiteral("/.current"));
+    if (file.open(QIODevice::WriteOnly)) {
+        file.write(name.toUtf8());
+        file.commit();
+    }
+}
+
+void zTableView::callSwitchTableHeaderConfig(zTableView* view, int type, int scope, const QString& name)
+{
+    Q_UNUSED(type)
+    Q_UNUSED(scope)
+    if (!view)
+        return;
+    if (name.isEmpty() || name == DefaultTemplateName) {
+        view->rememberTemplate(DefaultTemplateName);
+        view->LoadTableHeader(view->listName());
+        return;
+    }
+    QString error;
+    if (view->loadTemplateFile(view->templateDir() + QLatin1Char('/') + name + QStringLiteral(".json"), &error))
+        view->rememberTemplate(name);
+    else
+        showWarning(view, QStringLiteral("提示"), error);
+}
+
+bool zTableView::saveUserTemplate(const QString& name, QString* error)
+{
+    static const QRegularExpression invalid(QStringLiteral("[\\\\/:*?\"<>|]"));
+    const QString trimmed = name.trimmed();
+    if (trimmed.isEmpty() || trimmed == DefaultTemplateName || trimmed.startsWith(QLatin1Char('.'))
+        || trimmed.contains(invalid)) {
+        if (error)
+            *error = QStringLiteral("模板名称“%1”无效，请重新输入。").arg(name);
+        return false;
+    }
+    QDir().mkpath(templateDir());
+    QSaveFile file(templateDir() + QLatin1Char('/') + trimmed + QStringLiteral(".json"));
+    if (!file.open(QIODevice::WriteOnly) || file.write(m_config.toJson()) < 0 || !file.commit()) {
+        if (error)
+            *error = QStringLiteral("表头模板保存失败：%1").arg(file.errorString());
+        return false;
+    }
+    rememberTemplate(trimmed);
+    return true;
+}
+
+void zTableView::callSaveUserTemplateToJsonFilePanel(zTableView* view)
+{
+    if (!view)
+        return;
+    bool ok = false;
+    const QString name = zFileDialog::getText(view, QStringLiteral("保存表头模板"),
+                                              QStringLiteral("模板名称："), view->currentTemplateName(), &ok);
+    if (!ok)
+        return;
+    QString error;
+    if (!view->saveUserTemplate(name, &error))
+        showWarning(view, QStringLiteral("提示"), error);
+}
+
+void zTableView::callModifyCurrColNamePanel(zTableView* view)
+{
+    if (!view)
+        return;
+    const int column = view->currentIndex().isValid() ? view->currentIndex().column() : 0;
+    if (column < 0 || column >= view->m_config.columns.size())
+        return;
+    bool ok = false;
+    const QString title = zFileDialog::getText(view, QStringLiteral("修改当前列标题"), QStringLiteral("列标题："),
+                                               view->m_config.columns.at(column).title, &ok);
+    if (!ok || title.trimmed().isEmpty())
+        return;
+    HeaderConfig config = view->m_config;
+    config.columns[column].title = title.trimmed();
+    view->applyHeaderConfig(config);
+}
+
+void zTableView::callHeaderSettingsPanel(zTableView* view)
+{
+    if (!view)
+        return;
+    QDialog dialog(view);
+    dialog.setObjectName(QStringLiteral("HeaderSettingsDialog"));
+    dialog.setWindowTitle(QStringLiteral("表头高级设置"));
+    auto* layout = new QVBoxLayout(&dialog);
+    auto* list = new QListWidget(&dialog);
+    for (const HeaderColumn& column : view->m_config.columns) {
+        auto* item = new QListWidgetItem(column.title, list);
+        item->setFlags(item->flags() | Qt::ItemIsUserCheckable | Qt::ItemIsEditable);
+        item->setCheckState(column.visible ? Qt::Checked : Qt::Unchecked);
+    }
+    layout->addWidget(list);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+    buttons->button(QDialogButtonBox::Ok)->setText(QStringLiteral("确定"));
+    buttons->button(QDialogButtonBox::Cancel)->setText(QStringLiteral("取消"));
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    layout->addWidget(buttons);
+    dialog.resize(320, 420);
+    if (zTitleModal::ShowModal(&dialog) != QDialog::Accepted)
+        return;
+    HeaderConfig config = view->m_config;
+    int visible = 0;
+    for (int c = 0; c < config.columns.size() && c < list->count(); ++c) {
+        config.columns[c].visible = list->item(c)->checkState() == Qt::Checked;
+        config.columns[c].title = list->item(c)->text();
+        visible += config.columns.at(c).visible ? 1 : 0;
+    }
+    if (visible == 0) {
+        showInformation(view, QStringLiteral("提示"), QStringLiteral("请至少保留一列!"));
+        return;
+    }
+    view->applyHeaderConfig(config);
+}
+
+QStringList zTableView::getCurrentTableAllTemplateName(zTableView* view)
+{
+    if (!view)
+        return {};
+    QStringList names;
+    const QFileInfoList files =
+        QDir(view->templateDir()).entryInfoList({QStringLiteral("*.json")}, QDir::Files, QDir::Name);
+    for (const QFileInfo& info : files)
+        names << info.completeBaseName();
+    return names;
+}
+
+bool zTableView::eventFilter(QObject* watched, QEvent* event)
+{
+    QHeaderView* header = verticalHeader();
+    if (watched != header->viewport())
+        return QTableView::eventFilter(watched, event);
+    switch (event->type()) {
+    case QEvent::MouseButtonPress: {
+        auto* e = static_cast<QMouseEvent*>(event);
+        m_dragFrom = e->button() == Qt::LeftButton ? header->logicalIndexAt(e->pos()) : -1;
+        break;
+    }
+    case QEvent::MouseMove: {
+        auto* e = static_cast<QMouseEvent*>(event);
+        const int to = header->logicalIndexAt(e->pos());
+        if (m_dragFrom >= 0 && to >= 0 && to != m_dragFrom)
+            emit signalMouseMoveRows(m_dragFrom, to, false);
+        break;
+    }
+    case QEvent::MouseButtonRelease: {
+        auto* e = static_cast<QMouseEvent*>(event);
+        const int to = header->logicalIndexAt(e->pos());
+        const int from = m_dragFrom;
+        m_dragFrom = -1;
+        if (from >= 0 && to >= 0 && to != from)
+            emit signalMouseMoveRows(from, to, true);
+        break;
+    }
+    default:
+        break;
+    }
+    return QTableView::eventFilter(watched, event);
+}
