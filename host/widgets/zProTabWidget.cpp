@@ -239,6 +239,14 @@ void zProTabWidget::onCurrentChanged(int index)
     emit signalCurPageIndexChanged(index);
 }
 
+void zProTabWidget::showEvent(QShowEvent* event)
+{
+    QTabWidget::showEvent(event);
+    const Tab* tab = tabAt(currentIndex());
+    if (tab && !tab->created)
+        onCurrentChanged(currentIndex());
+}
+
 void zProTabWidget::rebuildTabs()
 {
     QWidget* current = currentWidget();

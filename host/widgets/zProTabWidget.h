@@ -70,6 +70,10 @@ signals:
     void signalTableHeaderAdvancedSetting();
     void signalTabMenuAboutToShow();
 
+protected:
+    // The current tab's page is created when the strip is first shown.
+    void showEvent(QShowEvent* event) override;
+
 private:
     struct Tab;
     void onCurrentChanged(int index);

@@ -1,0 +1,53 @@
+#include "LxGzXmQdWidget.h"
+
+#include "LxGzXmQdSjWidget.h"
+#include "LxGzXmQdSsWidget.h"
+#include <QGridLayout>
+#include <QSplitter>
+
+LxGzXmQdWidget::LxGzXmQdWidget(QWidget* parent) : BillPageWidget(parent)
+{
+    init();
+}
+
+BillSjWidget* LxGzXmQdWidget::createSjWidget()
+{
+    return new LxGzXmQdSjWidget(audit(), this);
+}
+
+BillSsWidget* LxGzXmQdWidget::createSsWidget()
+{
+    return new LxGzXmQdSsWidget(audit(), this);
+}
+
+void LxGzXmQdWidget::InitWidget()
+{
+    setObjectName(QStringLiteral("LxGzXmQdWidget"));
+    auto* layout = new QGridLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* splitter = new QSplitter(Qt::Horizontal, this);
+    splitter->setObjectName(QStringLiteral("splitter"));
+    splitter->setOpaqueResize(true);
+    splitter->setHandleWidth(6);
+    splitter->setChildrenCollapsible(true);
+    layout->addWidget(splitter);
+
+    auto* content = new QWidget(splitter);
+    content->setObjectName(QStringLiteral("contentWidget"));
+    auto* contentLayout = new QGridLayout(content);
+    contentLayout->setObjectName(QStringLiteral("gridLayout_2"));
+    contentLayout->setContentsMargins(0, 0, 0, 0);
+    auto* grids = new zCommonSplitter(1, 1, content);
+    grids->addWidget(ssHolder());
+    grids->addWidget(sjWidget());
+    grids->setSizes({200, 200});
+    grids->setHandleWidth(6);
+    contentLayout->addWidget(grids);
+
+    // The labour-rate query panel takes this place.
+    auto* sporadic = new QWidget(splitter);
+    sporadic->setObjectName(QStringLiteral("sporadicWorksWidget"));
+    splitter->addWidget(content);
+    splitter->addWidget(sporadic);
+    splitter->setSizes({400, 400});
+}

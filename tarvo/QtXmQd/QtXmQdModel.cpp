@@ -1,0 +1,109 @@
+#include "QtXmQdModel.h"
+
+#include "QtXmQdJJjbBusiness.h"
+#include "SkinManager.h"
+
+#include "QtXmQdHzTable.h"
+
+#include <QColor>
+#include <QFont>
+
+QtXmQdModel::QtXmQdModel(QObject* parent) : BillModel(parent) {}
+
+QtXmQdHzTable* QtXmQdModel::pageTable() const
+{
+    return static_cast<QtXmQdHzTable*>(table());
+}
+
+bool QtXmQdModel::isFixedRow(const BaseDataItem* item) const
+{
+    return item->getKind() == QtXmQdJJjbBusiness::Total;
+}
+
+QVariant QtXmQdModel::data(const QModelIndex& index, int role) const
+{
+    const BaseDataItem* item = index.isValid() ? itemAt(index.row()) : nullptr;
+    if (!item)
+        return BillModel::data(index, role);
+    const int field = fieldOfColumn(index.column());
+    const int kind = item->getKind();
+    const bool calculation = kind == QtXmQdJJjbBusiness::Calculation;
+    switch (role) {
+    case Qt::DisplayRole:
+        // A calculation row shows what its formula comes to.
+        if (calculation && field == AmountField)
+            return item->getValueStr(EvaluatedAmountField);
+        return BillModel::data(index, role);
+    case Qt::EditRole:
+        if (calculation && field == AmountField)
+            return item->getValue(AmountField).toString();
+        return BillModel::data(index, role);
+    case Qt::TextAlignmentRole:
+        if (field == AmountField) {
+            bool number = false;
+            data(index, Qt::DisplayRole).toString().toDouble(&number);
+            return number ? AlignRightCentre : AlignCentre;
+        }
+        if (field == 1 || field == 5)
+            return AlignCentre;
+        if (field == 2)
+            return kind == QtXmQdJJjbBusiness::Total ? AlignCentre : AlignLeftCentre;
+        return AlignLeftCentre;
+    case Qt::BackgroundRole:
+        if (kind == QtXmQdJJjbBusiness::SubTotal)
+            return SkinManager::getInstance()->getVXColor(QStringLiteral("FeeTableRateAttributesLine"),
+                                                          QColor(255, 236, 255));
+        if (calculation && field == AmountField)
+            return SkinManager::getInstance()->getVXColor(QStringLiteral("FeiLvEmptyColor"), QColor(217, 217, 217));
+        return BillModel::data(index, role);
+    case Qt::FontRole:
+        return QFont(QStringLiteral("SimSun"), 9);
+    default:
+        return BillModel::data(index, role);
+    }
+}
+
+bool QtXmQdModel::checkEdit(int row, int field, QVariant& value)
+{
+    Q_UNUSED(row)
+    if (field != AmountField)
+        return true;
+    // The amount is checked as a number or expression but stored as typed: a calculation
+    // row keeps its formula.
+    QVariant checked = value;
+    return evaluateNumeric(checked);
+}
+
+bool QtXmQdModel::applyEdit(int row, int field, const QVariant& value)
+{
+    BaseDataItem* item = itemAt(row);
+    if (item && item->getKind() == QtXmQdJJjbBusiness::NewEmpty)
+        item->setKind(QtXmQdJJjbBusiness::Ordinary);
+    return QtXmQdJJjbBusiness::ProcColunmValueChanged(works(), pageTable(), row, field, value);
+}
+
+bool QtXmQdModel::ToggleCalculateRow(int row)
+{
+    BaseDataItem* item = itemAt(row);
+    if (!item || isFixedRow(item))
+        return false;
+    return recorded(8, modifyLabel(), [&] {
+        item->setKind(item->getKind() == QtXmQdJJjbBusiness::Calculation ? QtXmQdJJjbBusiness::Ordinary
+                                                                         : QtXmQdJJjbBusiness::Calculation);
+        QtXmQdJJjbBusiness::CalculateTable(works(), pageTable());
+        return true;
+    });
+}
+
+bool QtXmQdModel::ToggleSubTotalRow(int row)
+{
+    BaseDataItem* item = itemAt(row);
+    if (!item || isFixedRow(item))
+        return false;
+    return recorded(8, modifyLabel(), [&] {
+        item->setKind(item->getKind() == QtXmQdJJjbBusiness::SubTotal ? QtXmQdJJjbBusiness::Ordinary
+                                                                      : QtXmQdJJjbBusiness::SubTotal);
+        QtXmQdJJjbBusiness::CalculateTable(works(), pageTable());
+        return true;
+    });
+}

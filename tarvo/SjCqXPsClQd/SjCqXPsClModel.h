@@ -1,0 +1,22 @@
+#pragma once
+
+#include "common/MaterialListModel.h"
+
+class SjCqXPsClTable;
+
+// The model of "需评审的材料清单".
+class SjCqXPsClModel : public MaterialListModel
+{
+    Q_OBJECT
+public:
+    explicit SjCqXPsClModel(QObject* parent = nullptr);
+
+protected:
+    QString modifyLabel() const override { return QStringLiteral("修改需评审材料清单行"); }
+    bool applyEdit(int row, int field, const QVariant& value) override;
+    QColor cellTextColor(int row, int field) const override;
+    QColor cellBackgroundColor(int row, int field) const override;
+
+private:
+    SjCqXPsClTable* pageTable() const;
+};

@@ -1,0 +1,102 @@
+#include "BillModel.h"
+
+#include "AuditBusiness.h"
+#include "Communication.h"
+#include "ConstructionWorks.h"
+#include "LxGzXmQdJJjbBusiness.h"
+#include "ProjectWorks.h"
+#include "RURecordControl.h"
+#include "SkinManager.h"
+#include "zMessageBox.h"
+
+#include <QColor>
+
+void beginUndoRecord()
+{
+    RURecordControl::GetInstance()->BeginRecord();
+}
+
+void endUndoRecord(const OperatingUIInfo& info)
+{
+    RURecordControl::GetInstance()->EndRecord(info);
+}
+
+BillModel::BillModel(QObject* parent) : BaseDataItemModel(parent) {}
+
+QVariant BillModel::data(const QModelIndex& index, int role) const
+{
+    // Rows that differ from the submitted version are tinted while the comparison is open.
+    if (role == Qt::BackgroundRole && m_audit && m_audit->isOpen() && !m_readOnlyView
+        && m_audit->rowState(index.row()) != AuditBusiness::Same)
+        return SkinManager::getInstance()->getVXColor(QStringLiteral("Xxj_BgSsGjzYs"), QColor(255, 242, 204));
+    return BaseDataItemModel::data(index, role);
+}
+
+Qt::ItemFlags BillModel::flags(const QModelIndex& index) const
+{
+    if (!index.isValid() || rowCount() == 0)
+        return Qt::NoItemFlags;
+    const BaseDataItem* item = itemAt(index.row());
+    if (m_readOnlyView || isLocked())
+        return Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    if (!item)
+        return Qt::NoItemFlags;
+    if (isFixedRow(item))
+        return Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    return Qt::ItemIsSelectable | Qt::ItemIsEditable | Qt::ItemIsEnabled;
+}
+
+bool BillModel::isFixedRow(const BaseDataItem* item) const
+{
+    Q_UNUSED(item)
+    return false;
+}
+
+bool BillModel::checkEdit(int row, int field, QVariant& value)
+{
+    Q_UNUSED(row)
+    Q_UNUSED(field)
+    Q_UNUSED(value)
+    return true;
+}
+
+bool BillModel::evaluateNumeric(QVariant& value) const
+{
+    const QString text = value.toString().trimmed();
+    if (text.isEmpty()) {
+        value = QString();
+        return true;
+    }
+    double result = 0;
+    QString error;
+    if (!LxGzXmQdJJjbBusiness::CalculateFormula(works(), text, result, error)) {
+        showInformation(Communication::GetInstance()->GetMainWindow(), QStringLiteral("提示"),
+                        QStringLiteral("请正确输入实数或计算表达式!"), QMessageBox::Ok, QMessageBox::Warning);
+        return false;
+    }
+    value = result;
+    return true;
+}
+
+OperatingUIInfo BillModel::undoInfo(int operType, const QString& text) const
+{
+    const ConstructionWorks* w = works();
+    return OperatingUIInfo(w ? w->getProjectWorksId() : 0, w ? w->getAuditId() : 0, w ? w->getNodeId() : 0,
+                           table() ? table()->getId() : 0, operType, text);
+}
+
+bool BillModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (role != Qt::EditRole || !index.isValid() || m_readOnlyView || !itemAt(index.row()))
+        return false;
+    if (ProjectWorks* owner = table() ? table()->getOwner() : nullptr)
+        if (!owner->isProjectWorkChanged())
+            owner->setProjectWorkChanged(true);
+    const int row = index.row();
+    const int field = fieldOfColumn(index.column());
+    QVariant typed = value;
+    if (!checkEdit(row, field, typed))
+        return true; // refused and told; the cell keeps its value
+    recorded(8, modifyLabel(), [&] { return applyEdit(row, field, typed); });
+    return true;
+}

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "BaseDataItemModel.h"
+#include "OperatingUIInfo.h"
+
+class AuditBusiness;
+class BaseDataItem;
+
+// Base of the bill grids' models. Editing a cell is one undo step: the model opens the
+// record, hands the value to the page's business service, closes the record with the page's
+// label and redraws. A model may be a read-only view (the submitted-version grid).
+class BillModel : public BaseDataItemModel
+{
+    Q_OBJECT
+public:
+    // Alignment values the grids use.
+    static constexpr int AlignLeftCentre = Qt::AlignLeft | Qt::AlignVCenter;   // 129
+    static constexpr int AlignRightCentre = Qt::AlignRight | Qt::AlignVCenter; // 130
+    static constexpr int AlignCentre = Qt::AlignCenter;                        // 132
+
+    explicit BillModel(QObject* parent = nullptr);
+
+    void setAudit(AuditBusiness* audit) { m_audit = audit; }
+    void setReadOnlyView(bool readOnly) { m_readOnlyView = readOnly; }
+    bool isReadOnlyView() const { return m_readOnlyView; }
+
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+
+    // The record info of this model's table with the given operation and label.
+    OperatingUIInfo undoInfo(int operType, const QString& text) const;
+    // Runs a change of the table as one undo step with the given operation and label.
+    template<typename Change>
+    bool recorded(int operType, const QString& text, Change&& change);
+
+protected:
+    virtual QString modifyLabel() const = 0;
+    // Checks and converts the typed value; false rejects the edit (after telling the user).
+    virtual bool checkEdit(int row, int field, QVariant& value);
+    // Hands the value to the business service.
+    virtual bool applyEdit(int row, int field, const QVariant& value) = 0;
+    // Rows that can never be edited (total rows).
+    virtual bool isFixedRow(const BaseDataItem* item) const;
+    // Evaluates the text of a numeric cell; an empty text clears it. Tells the user and
+    // returns false when it is neither a number nor an expression.
+    bool evaluateNumeric(QVariant& value) const;
+
+private:
+    AuditBusiness* m_audit = nullptr;
+    bool m_readOnlyView = false;
+};
+
+void beginUndoRecord();
+void endUndoRecord(const OperatingUIInfo& info);
+
+template<typename Change>
+bool BillModel::recorded(int operType, const QString& text, Change&& change)
+{
+    beginUndoRecord();
+    bool changed = false;
+    try {
+        changed = change();
+    } catch (...) {
+        endUndoRecord(undoInfo(operType, text)); // the record is closed whatever happens
+        resetModel();
+        throw;
+    }
+    endUndoRecord(undoInfo(operType, text));
+    resetModel();
+    return changed;
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "zBaseWidget.h"
+
+#include <QVariant>
+
+class AuditBusiness;
+class BillSjWidget;
+class BillSsWidget;
+
+// A bill page: the current-version grid and, for nodes that have a submitted version, the
+// submitted-version grid beside it, linked by the page's audit companion.
+class BillPageWidget : public zBaseWidget
+{
+    Q_OBJECT
+public:
+    explicit BillPageWidget(QWidget* parent);
+
+    void ProcMsg(int msgId, QVariant* payload);
+    void SwitchIntoSsState(bool on);
+
+    AuditBusiness* audit() const { return m_audit; }
+    bool hasSsVersion() const { return m_hasSs; }
+    BillSjWidget* sjWidget() const { return m_sj; }
+    BillSsWidget* ssWidget() const { return m_ss; }
+    zBaseWidget* ssHolder() const { return m_ssHolder; }
+
+protected:
+    // Builds the page; called by the page's constructor once its virtuals are in place.
+    void init();
+    virtual BillSjWidget* createSjWidget() = 0;
+    virtual BillSsWidget* createSsWidget() = 0;
+    virtual QString sourceFile() const = 0;
+    virtual QString className() const = 0;
+    // Lays the Ss holder and the Sj grid out on the page.
+    virtual void InitWidget();
+    void InitAudit();
+    QString tag(const char* function) const;
+
+private:
+    AuditBusiness* m_audit;
+    bool m_hasSs = false;
+    BillSjWidget* m_sj = nullptr;
+    BillSsWidget* m_ss = nullptr;
+    zBaseWidget* m_ssHolder = nullptr;
+};

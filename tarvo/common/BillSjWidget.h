@@ -1,0 +1,72 @@
+#pragma once
+
+#include "zBaseWidget.h"
+
+#include <QVariant>
+
+class AuditBusiness;
+class BillModel;
+class ConstructionWorks;
+class GeneralTableBase;
+class ProTreeNode;
+class zTableView;
+
+// The editable grid of a bill page over the current version of the page's table. It
+// receives all page messages: node selection loads the unit project's table, refresh
+// redraws, header-template commands act on its grid.
+class BillSjWidget : public zBaseWidget
+{
+    Q_OBJECT
+public:
+    BillSjWidget(AuditBusiness* audit, QWidget* parent);
+
+    void ProcMsg(int msgId, QVariant* payload);
+    void RefreshGrid();
+    void ChangeDelAndInsAcState(int row);
+
+    zTableView* view() const { return m_view; }
+    BillModel* model() const { return m_model; }
+    ConstructionWorks* works() const { return m_works; }
+    GeneralTableBase* table() const { return m_table; }
+    ProTreeNode* node() const { return m_node; }
+    bool isLocked() const;
+
+public slots:
+    void slotMouseMoveRows(int from, int to, bool finished);
+
+protected:
+    // Builds the grid over the page's model; called by the page's constructor.
+    void init(BillModel* model);
+
+    virtual QString sourceFile() const = 0; // "QtXmQd\\QtXmQdSjWidget"
+    virtual QString className() const = 0;  // "QtXmQdSjWidget"
+    virtual QString listName() const = 0;   // table-header configuration
+    virtual QString ribbonFile() const = 0; // menu configuration of the page's ribbon group
+    virtual GeneralTableBase* pageTable(ConstructionWorks* works) const = 0;
+    // The kind of the page's total row, or -1 when the list has none.
+    virtual int totalKind() const { return -1; }
+    virtual bool canMoveRows(int from, int to) const = 0;
+    virtual bool moveRows(int from, int to) = 0;
+    virtual QString moveLabel() const = 0;
+
+    // Page-specific messages: 31 saved, 78 settings changed, 6 ribbon command, 12 activated.
+    virtual void onProjectSaved(const QVariant& payload) { Q_UNUSED(payload) }
+    virtual void onSettingsChanged(const QVariant& payload) { Q_UNUSED(payload) }
+    virtual void onRibbonCommand(const QVariant& payload) { Q_UNUSED(payload) }
+    virtual void onActivated();
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    QString tag(const char* function) const;
+
+private:
+    void loadNode(QVariant* payload, int msgId);
+    void applyReadOnly();
+    void answerTemplateList();
+
+    AuditBusiness* m_audit;
+    zTableView* m_view = nullptr;
+    BillModel* m_model = nullptr;
+    ConstructionWorks* m_works = nullptr;
+    GeneralTableBase* m_table = nullptr;
+    ProTreeNode* m_node = nullptr;
+};

@@ -1,0 +1,56 @@
+#include "BillSsWidget.h"
+
+#include "BillModel.h"
+#include "TarvoGuard.h"
+
+#include "ConstructionWorks.h"
+#include "DataManagement.h"
+#include "ProTreeNode.h"
+#include "zTableView.h"
+
+#include <QGridLayout>
+#include <QLabel>
+
+BillSsWidget::BillSsWidget(AuditBusiness* audit, QWidget* parent) : QWidget(parent), m_audit(audit) {}
+
+void BillSsWidget::init(BillModel* model, const QString& listName)
+{
+    m_model = model;
+    m_model->setReadOnlyView(true);
+    m_model->setAudit(m_audit);
+    m_view = new zTableView(this);
+    m_view->setObjectName(QStringLiteral("ssGridView"));
+    m_view->LoadTableHeader(listName);
+    m_view->setModel(m_model);
+    m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    auto* title = new QLabel(QStringLiteral("送审版本"), this);
+    title->setStyleSheet(QStringLiteral("QLabel { background: #fff4d6; padding: 3px 6px; color: #7a5a00; }"));
+    auto* layout = new QGridLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(title, 0, 0);
+    layout->addWidget(m_view, 1, 0);
+}
+
+void BillSsWidget::ProcMsg(int msgId, QVariant* payload)
+{
+    TarvoGuard::run(sourceFile(), __LINE__, className() + QStringLiteral("::ProcMsg"), [&] {
+        if (msgId == 74 || msgId == 79) {
+            ProTreeNode* node = payload ? payload->value<ProTreeNode*>() : nullptr;
+            if (!node || ProTreeNode::Types(node) != 0)
+                return;
+            // The submitted version of the same node.
+            ConstructionWorks* works = DataManagement::getInstance()->GetProObjectForDisplay(
+                ProTreeNode::ProjectIndex(node), 1, ProTreeNode::Id(node));
+            m_table = works ? pageTable(works) : nullptr;
+            m_model->setTableSource(works, m_table);
+        } else if (msgId == 41 || msgId == 606) {
+            Reload();
+        }
+    });
+}
+
+void BillSsWidget::Reload()
+{
+    m_model->resetModel();
+}

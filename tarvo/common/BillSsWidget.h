@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QVariant>
+#include <QWidget>
+
+class AuditBusiness;
+class BillModel;
+class ConstructionWorks;
+class GeneralTableBase;
+class zTableView;
+
+// The read-only grid of a bill page over the submitted version of the page's table.
+class BillSsWidget : public QWidget
+{
+    Q_OBJECT
+public:
+    BillSsWidget(AuditBusiness* audit, QWidget* parent);
+
+    void ProcMsg(int msgId, QVariant* payload);
+    void Reload();
+    zTableView* view() const { return m_view; }
+    BillModel* model() const { return m_model; }
+    GeneralTableBase* table() const { return m_table; }
+
+protected:
+    void init(BillModel* model, const QString& listName);
+    virtual QString sourceFile() const = 0;
+    virtual QString className() const = 0;
+    virtual GeneralTableBase* pageTable(ConstructionWorks* works) const = 0;
+
+private:
+    AuditBusiness* m_audit;
+    zTableView* m_view = nullptr;
+    BillModel* m_model = nullptr;
+    GeneralTableBase* m_table = nullptr;
+};

@@ -1,0 +1,116 @@
+#include "MaterialListModel.h"
+
+#include "BaseDataItem.h"
+#include "ProjectSettingHelper.h"
+#include "SkinManager.h"
+
+#include <QFile>
+#include <QFont>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QSize>
+
+#include <cmath>
+
+MaterialListModel::MaterialListModel(QObject* parent) : BillModel(parent) {}
+
+bool MaterialListModel::isNumericField(int field)
+{
+    return field == 6 || field == 7 || field == 9 || field == 10;
+}
+
+bool MaterialListModel::isFixedRow(const BaseDataItem* item) const
+{
+    return item->getKind() == 2;
+}
+
+QByteArray MaterialListModel::questionMarkImage()
+{
+    // Read once and kept for the life of the process.
+    static const QByteArray bytes = [] {
+        QFile file(QStringLiteral(":/Image/svg/WenHao.svg"));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }();
+    return bytes;
+}
+
+QVariant MaterialListModel::data(const QModelIndex& index, int role) const
+{
+    const BaseDataItem* item = index.isValid() ? itemAt(index.row()) : nullptr;
+    if (!item)
+        return QVariant();
+    const int field = fieldOfColumn(index.column());
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole:
+        if (isNumericField(field)) {
+            const QString text = item->getValueStr(field);
+            bool ok = false;
+            const double value = text.toDouble(&ok);
+            return ok && std::fabs(value) < 1e-6 ? QString() : text;
+        }
+        return item->getValue(field);
+    case Qt::FontRole:
+        return QFont(QStringLiteral("SimSun"), 9);
+    case Qt::TextAlignmentRole:
+        switch (field) {
+        case 1:
+        case 5:
+            return AlignCentre;
+        case 3:
+            return item->getKind() == 2 ? AlignCentre : AlignLeftCentre;
+        case 4:
+        case 15:
+            return AlignLeftCentre;
+        default:
+            return AlignRightCentre;
+        }
+    case Qt::ForegroundRole: {
+        if (item->IsBlock())
+            return SkinManager::getInstance()->getVXColor(
+                QStringLiteral("Jjb_TextColor_Kx"), ProjectSettingHelper::GetProjectSettingHelper()->getItemColor(24));
+        const QColor color = cellTextColor(index.row(), field);
+        return color.isValid() ? QVariant(color) : QVariant();
+    }
+    case Qt::BackgroundRole: {
+        if (item->IsBlock())
+            return SkinManager::getInstance()->getVXColor(
+                QStringLiteral("Jjb_BackgroundColor_Kx"), ProjectSettingHelper::GetProjectSettingHelper()->getItemColor(25));
+        const QColor color = cellBackgroundColor(index.row(), field);
+        return color.isValid() ? QVariant(color) : BillModel::data(index, role);
+    }
+    case Qt::SizeHintRole:
+        return item->getRowHeight() > 0 ? QVariant(QSize(-1, item->getRowHeight())) : QVariant();
+    default:
+        return BillModel::data(index, role);
+    }
+}
+
+QVariant MaterialListModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation == Qt::Vertical && role >= IconShownRole && role <= IconAlignRole) {
+        const BaseDataItem* item = itemAt(section);
+        if (!item || !item->getValue(QuestionMarkField).toBool())
+            return QVariant();
+        switch (role) {
+        case IconShownRole:
+            return 1;
+        case IconImageRole:
+            return questionMarkImage();
+        case IconSizeRole: {
+            const QScreen* screen = QGuiApplication::primaryScreen();
+            const double ratio = screen ? screen->logicalDotsPerInch() / 96.0 : 1.0;
+            return QSize(qRound(16 * ratio), qRound(16 * ratio));
+        }
+        default:
+            return AlignCentre;
+        }
+    }
+    return BillModel::headerData(section, orientation, role);
+}
+
+bool MaterialListModel::checkEdit(int row, int field, QVariant& value)
+{
+    Q_UNUSED(row)
+    return field == 7 || field == 9 ? evaluateNumeric(value) : true;
+}

@@ -1,0 +1,360 @@
+#include "TarvoWidget.h"
+
+#include "PageNames.h"
+#include "TarvoGuard.h"
+
+#include "GfQd/GfQdWidget.h"
+#include "LxGzXmQd/LxGzXmQdWidget.h"
+#include "QtXmQd/QtXmQdWidget.h"
+#include "SjCqXPsClQd/SjCqXPsClWidget.h"
+#include "ZbrClGzfQd/ZbrClGzfQdWidget.h"
+#include "ZgClQd/ZgClQdWidget.h"
+
+#include "Communication.h"
+#include "DataManagement.h"
+#include "MsgExplain.h"
+#include "ProTreeNode.h"
+#include "XtBlBusiness.h"
+#include "zMessageBox.h"
+#include "zProTabWidget.h"
+
+#include <QGridLayout>
+#include <QTabBar>
+
+namespace {
+
+// Configuration item and system variable that remember a node's current page.
+constexpr int CurrentPageItem = 25;
+
+template<typename Page>
+QWidget* createPage()
+{
+    return new Page(nullptr);
+}
+
+template<typename Page>
+bool deliver(QWidget* widget, int msgId, QVariant* payload)
+{
+    Page* page = qobject_cast<Page*>(widget);
+    if (page)
+        page->ProcMsg(msgId, payload);
+    return page != nullptr;
+}
+
+struct PageClass
+{
+    QString service;
+    QWidget* (*create)();
+    bool (*deliver)(QWidget*, int, QVariant*);
+};
+
+const QList<PageClass>& pageClasses()
+{
+    static const QList<PageClass> classes = {
+        {PageNames::QtXmQdService, &createPage<QtXmQdWidget>, &deliver<QtXmQdWidget>},
+        {PageNames::ZbrClGzfQdService, &createPage<ZbrClGzfQdWidget>, &deliver<ZbrClGzfQdWidget>},
+        {PageNames::LxGzXmQdService, &createPage<LxGzXmQdWidget>, &deliver<LxGzXmQdWidget>},
+        {PageNames::GfQdService, &createPage<GfQdWidget>, &deliver<GfQdWidget>},
+        {PageNames::SjCqXPsClService, &createPage<SjCqXPsClWidget>, &deliver<SjCqXPsClWidget>},
+        {PageNames::ZgClQdService, &createPage<ZgClQdWidget>, &deliver<ZgClQdWidget>},
+    };
+    return classes;
+}
+
+ProTreeNode* nodeFrom(QVariant* payload)
+{
+    if (!payload)
+        return nullptr;
+    const int type = qMetaTypeId<ProTreeNode*>();
+    if (payload->userType() == type)
+        return payload->value<ProTreeNode*>();
+    QVariant copy = *payload;
+    return copy.convert(type) ? copy.value<ProTreeNode*>() : nullptr;
+}
+
+} // namespace
+
+TarvoWidget::TarvoWidget(const QMap<QString, SerContentInfo>& serviceContent,
+                         const QList<ProjectSettingSpace::ProFuncPageInfo>& pages, QWidget* parent)
+    : QWidget(parent)
+{
+    qRegisterMetaType<TabPageInfo*>("TabPageInfo*");
+
+    m_layout = new QGridLayout(this);
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_tabs = new zProTabWidget(4, nullptr);
+    m_tabs->SetHaveContextMenu(true);
+    m_tabs->tabBar()->setObjectName(QStringLiteral("BottomProTabBar"));
+    m_tabs->SetTabOnTop(false);
+    m_tabs->setStyleSheet(m_tabs->styleSheet());
+    m_layout->addWidget(m_tabs);
+    m_tabs->UpdateTabWidgetStyle();
+
+    m_serviceContent = serviceContent;
+
+    // Only pages that some child service provides get a tab.
+    struct Tagged
+    {
+        ProjectSettingSpace::ProFuncPageInfo page;
+        QString service;
+    };
+    QList<Tagged> tagged;
+    for (const ProjectSettingSpace::ProFuncPageInfo& page : pages) {
+        const QString service = serviceOfPage(page.strPageName);
+        if (!service.isEmpty())
+            tagged.append({page, service});
+    }
+    const bool anyCurrent =
+        std::any_of(tagged.begin(), tagged.end(), [](const Tagged& t) { return t.page.bCurrent; });
+    if (!anyCurrent && !tagged.isEmpty())
+        tagged.first().page.bCurrent = true;
+    for (const Tagged& t : std::as_const(tagged)) {
+        ProjectSettingSpace::ProFuncPageInfo page = t.page;
+        page.strServiceName = t.service;
+        m_tabs->AddTabWithoutCreateWidget(page.strPageName, t.service, page.bCurrent,
+                                          m_serviceContent.value(t.service).bHaveContextMenu,
+                                          QVariant::fromValue(page));
+    }
+
+    m_tabs->SetTabPageOriginalOrder(PageNames::pageOrder());
+    m_tabs->SetServiceContentInfo(serviceContent);
+    m_tabs->slotUpdateIndicatorBtnPos(0);
+    m_tabs->UpdateIndicatorGeometry();
+
+    connect(m_tabs, SIGNAL(signalCurPageIndexChanged(int)), this, SLOT(slotCurTabChanged(int)));
+    connect(m_tabs, &zProTabWidget::signalCreateTabWidget, this, &TarvoWidget::slotCreateTabWidget);
+    connect(m_tabs, &zProTabWidget::signalToDeleteTabWidget, this, &TarvoWidget::slotRemoveTabWidget);
+    connect(m_tabs, &zProTabWidget::signalTabPageChanged, this, &TarvoWidget::slotTabPageChanged);
+    connect(m_tabs, &zProTabWidget::signalOperateMsg, this, &TarvoWidget::slotTabOperateMsg);
+    connect(m_tabs, &zProTabWidget::sigHeaderTemplateChanged, this, &TarvoWidget::slotHeaderTemplateChanged);
+    connect(m_tabs, &zProTabWidget::signalSaveTableheaderTemp, this, &TarvoWidget::slotSaveTableheaderTemp);
+    connect(m_tabs, &zProTabWidget::signalModifyCurrentColumnTittle, this,
+            &TarvoWidget::slotModifyCurrentColumnTittle);
+    connect(m_tabs, &zProTabWidget::signalTableHeaderAdvancedSetting, this,
+            &TarvoWidget::slotTableHeaderAdvancedSetting);
+    connect(m_tabs, &zProTabWidget::signalTabMenuAboutToShow, this, &TarvoWidget::slotTabMenuAboutToShow);
+}
+
+TarvoWidget::~TarvoWidget()
+{
+    m_tabs->InformToManageDeleteWidget();
+    m_serviceContent.clear();
+    m_widgetService.clear();
+}
+
+QString TarvoWidget::serviceOfPage(const QString& pageName) const
+{
+    for (auto it = m_serviceContent.cbegin(); it != m_serviceContent.cend(); ++it)
+        if (it.value().listPageNames.contains(pageName))
+            return it.key();
+    return QString();
+}
+
+QWidget* TarvoWidget::CreateWidgetByTypeName(const QString& serviceName)
+{
+    for (const PageClass& page : pageClasses())
+        if (page.service == serviceName)
+            return page.create();
+    return nullptr;
+}
+
+void TarvoWidget::DistributeMsg(QWidget* page, QString serviceName, int msgId, QVariant* payload)
+{
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::DistributeMsg")
+    {
+        for (const PageClass& pageClass : pageClasses())
+            if (pageClass.service == serviceName) {
+                pageClass.deliver(page, msgId, payload);
+                return;
+            }
+    };
+}
+
+void TarvoWidget::forward(int msgId, QVariant* payload)
+{
+    QWidget* widget = m_tabs->GetCurrentContentWidget();
+    DistributeMsg(widget, m_widgetService.value(widget), msgId, payload);
+}
+
+void TarvoWidget::ProcMsg(int msgId, QVariant* payload)
+{
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::ProcMsg")
+    {
+        switch (msgId) {
+        case 41: {
+            const QMap<QString, QList<QWidget*>> created = m_tabs->GetAlreadyCreatePage();
+            for (auto it = created.cbegin(); it != created.cend(); ++it)
+                for (QWidget* widget : it.value())
+                    DistributeMsg(widget, it.key(), msgId, payload);
+            return;
+        }
+        case 74:
+        case 79: {
+            ProcessProjectTreeClickedMsg(payload);
+            const ProjectWorks* works = DataManagement::getInstance()->GetProjectWorksByIndex(
+                ProTreeNode::ProjectIndex(m_currentNode));
+            m_tabs->ChangeROState(works && works->IsReadOnly());
+            break;
+        }
+        case 49:
+            ProcessChangeActivePageMsg(payload);
+            break;
+        case 7000:
+            m_tabs->SetTableHeaderTempList(payload ? payload->toStringList() : QStringList());
+            break;
+        default:
+            break;
+        }
+        forward(msgId, payload);
+    };
+}
+
+void TarvoWidget::ProcActiveWidgetChanged()
+{
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::ProcActiveWidgetChanged")
+    {
+        QWidget* widget = m_tabs->GetCurrentContentWidget();
+        if (!widget || !m_widgetService.contains(widget))
+            return;
+        Communication::GetInstance()->SaveActiveSecondLevelWidget(widget);
+        QVariant empty{QString()};
+        DistributeMsg(widget, m_widgetService.value(widget), 12, &empty);
+    };
+}
+
+void TarvoWidget::ProcessProjectTreeClickedMsg(QVariant* payload)
+{
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::ProcessProjectTreeClickedMsg")
+    {
+        if (ProTreeNode* node = nodeFrom(payload))
+            m_currentNode = node;
+    };
+}
+
+void TarvoWidget::ProcessChangeActivePageMsg(QVariant* payload)
+{
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::ProcessChangeActivePageMsg")
+    {
+        MsgExplain::ToChangeActivePageInfo info;
+        const int type = qMetaTypeId<MsgExplain::ToChangeActivePageInfo>();
+        if (payload && payload->userType() == type) {
+            info = payload->value<MsgExplain::ToChangeActivePageInfo>();
+        } else if (payload) {
+            QVariant copy = *payload;
+            if (copy.convert(type))
+                info = copy.value<MsgExplain::ToChangeActivePageInfo>();
+        }
+        m_tabs->SetTabVisibleBySysName(info.strPageName, true, false);
+    };
+}
+
+void TarvoWidget::SaveCurPageIndexToConfig(int index)
+{
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::SaveCurPageIndexToConfig")
+    {
+        if (!m_currentNode)
+            return;
+        auto* config = dynamic_cast<ConfigOfConstruction*>(
+            DataManagement::getInstance()->GetSJPriceModelConfig(m_currentNode));
+        if (config)
+            config->setItem(CurrentPageItem, m_tabs->GetSysNameByIndex(index));
+    };
+}
+
+void TarvoWidget::slotCurTabChanged(int index)
+{
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotCurTabChanged")
+    {
+        QWidget* widget = m_tabs->GetCurrentContentWidget();
+        if (!widget || !m_widgetService.contains(widget))
+            return;
+        SaveCurPageIndexToConfig(index);
+        Communication::GetInstance()->SaveActiveSecondLevelWidget(widget);
+        if (m_currentNode)
+            XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(m_currentNode),
+                                     ProTreeNode::AuditVersion(m_currentNode), ProTreeNode::Id(m_currentNode),
+                                     CurrentPageItem, QVariant(m_tabs->GetSysNameByIndex(index)));
+        QVariant empty{QString()};
+        DistributeMsg(widget, m_widgetService.value(widget), 12, &empty);
+        Communication::GetInstance()->SendMsg(4, 30, QVariant(0));
+    };
+}
+
+void TarvoWidget::slotCreateTabWidget(TabPageInfo* pTabPageInfo)
+{
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotCreateTabWidget")
+    {
+        if (!pTabPageInfo)
+            return;
+        const QString service = serviceOfPage(pTabPageInfo->strPageName);
+        if (service.isEmpty())
+            return;
+        QWidget* widget = CreateWidgetByTypeName(service);
+        pTabPageInfo->pWidget = widget;
+        if (widget)
+            m_widgetService.insert(widget, service);
+    };
+}
+
+void TarvoWidget::slotTabPageChanged(QList<ProjectSettingSpace::ProFuncPageInfo> listCurProFuncPageInfo)
+{
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotTabPageChanged")
+    {
+        if (!m_currentNode)
+            return;
+        // The arrangement is kept per project: which pages are shown, in tab order.
+        ProjectWorks* works =
+            DataManagement::getInstance()->GetProjectWorksByIndex(ProTreeNode::ProjectIndex(m_currentNode));
+        if (!works || !DataManagement::getInstance()->GetSJPriceModelConfig(m_currentNode))
+            return;
+        QStringList hidden;
+        for (const ProjectSettingSpace::ProFuncPageInfo& page : listCurProFuncPageInfo)
+            if (!page.bVisible)
+                hidden << page.strPageName;
+        works->GetPriceModelConfig()->setItem(26, hidden);
+        works->setProjectWorkChanged(true);
+    };
+}
+
+void TarvoWidget::slotTabOperateMsg(QString strMsg)
+{
+    showInformation(this, QStringLiteral("操作提示"), strMsg);
+}
+
+void TarvoWidget::slotRemoveTabWidget(TabPageInfo* pTabPageInfo)
+{
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotRemoveTabWidget")
+    {
+        if (!pTabPageInfo || serviceOfPage(pTabPageInfo->strPageName).isEmpty())
+            return;
+        m_widgetService.remove(pTabPageInfo->pWidget);
+        Communication* communication = Communication::GetInstance();
+        if (communication->GetActiveSecondLevelWidget() == pTabPageInfo->pWidget)
+            communication->SaveActiveSecondLevelWidget(nullptr);
+    };
+}
+
+void TarvoWidget::slotHeaderTemplateChanged(QString strHeaderTempName)
+{
+    Communication::GetInstance()->SendMsg(4, 7002, QVariant(strHeaderTempName));
+}
+
+void TarvoWidget::slotSaveTableheaderTemp()
+{
+    Communication::GetInstance()->SendMsg(4, 7003, QVariant());
+}
+
+void TarvoWidget::slotModifyCurrentColumnTittle()
+{
+    Communication::GetInstance()->SendMsg(4, 7004, QVariant());
+}
+
+void TarvoWidget::slotTableHeaderAdvancedSetting()
+{
+    Communication::GetInstance()->SendMsg(4, 7005, QVariant());
+}
+
+void TarvoWidget::slotTabMenuAboutToShow()
+{
+    Communication::GetInstance()->SendMsg(4, 7006, QVariant());
+}
