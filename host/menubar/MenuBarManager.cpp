@@ -1,0 +1,91 @@
+#include "MenuBarManager.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QMenu>
+
+MenuBarManager* MenuBarManager::getInstance()
+{
+    static MenuBarManager* instance = new MenuBarManager;
+    return instance;
+}
+
+RibbonConfig MenuBarManager::ReadMenuBarInfoFromFileEx(const QString& path, QString* error)
+{
+    RibbonConfig config;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        if (error)
+            *error = QStringLiteral("菜单配置文件无法打开：%1").arg(path);
+        return config;
+    }
+    QJsonParseError parseError;
+    const QJsonDocument doc = QJsonDocument::fromJson(file.readAll(), &parseError);
+    if (parseError.error != QJsonParseError::NoError || !doc.isObject()) {
+        if (error)
+            *error = QStringLiteral("菜单配置文件格式错误：%1（%2）").arg(path, parseError.errorString());
+        return config;
+    }
+    const QJsonObject root = doc.object();
+    config.page = root.value(QStringLiteral("page")).toString();
+    for (const QJsonValue& g : root.value(QStringLiteral("groups")).toArray()) {
+        RibbonGroup group;
+        group.title = g.toObject().value(QStringLiteral("title")).toString();
+        for (const QJsonValue& i : g.toObject().value(QStringLiteral("items")).toArray()) {
+            const QJsonObject o = i.toObject();
+            RibbonItem item;
+            item.text = o.value(QStringLiteral("text")).toString();
+            item.type = o.value(QStringLiteral("type")).toString(QStringLiteral("button"));
+            item.icon = o.value(QStringLiteral("icon")).toString();
+            item.shortcut = o.value(QStringLiteral("shortcut")).toString();
+            for (const QJsonValue& sub : o.value(QStringLiteral("items")).toArray())
+                item.items << sub.toString();
+            if (!item.text.isEmpty())
+                group.items << item;
+        }
+        config.groups << group;
+    }
+    if (!config.isValid() && error)
+        *error = QStringLiteral("菜单配置文件没有任何分组：%1").arg(path);
+    return config;
+}
+
+void MenuBarManager::SetRibbonActionMenu(int page, const QString& title, QMenu* menu)
+{
+    Q_UNUSED(page)
+    m_menus.insert(title, menu);
+    emit menusChanged();
+}
+
+QMenu* MenuBarManager::ribbonActionMenu(const QString& title) const
+{
+    return m_menus.value(title);
+}
+
+void MenuBarManager::ChangeMenuToDisable(const QStringList& texts)
+{
+    for (const QString& text : texts)
+        SetItemState(text, 3);
+}
+
+void MenuBarManager::SetItemState(const QString& text, int state)
+{
+    if (m_states.value(text, 0) == state && m_states.contains(text))
+        return;
+    m_states.insert(text, state);
+    emit itemStateChanged(text);
+}
+
+void MenuBarManager::SetComboText(const QString& item, const QString& text)
+{
+    m_comboTexts.insert(item, text);
+    emit itemStateChanged(item);
+}
+
+void MenuBarManager::reset()
+{
+    m_states.clear();
+    m_comboTexts.clear();
+}

@@ -1,0 +1,146 @@
+#include "RibbonWidget.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QStyle>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace {
+
+QIcon iconFor(const QString& name, QStyle* style)
+{
+    static const QHash<QString, QStyle::StandardPixmap> icons = {
+        {QStringLiteral("insert"), QStyle::SP_FileDialogNewFolder},
+        {QStringLiteral("delete"), QStyle::SP_TrashIcon},
+        {QStringLiteral("clear"), QStyle::SP_DialogResetButton},
+        {QStringLiteral("rowheight"), QStyle::SP_ToolBarVerticalExtensionButton},
+        {QStringLiteral("formula"), QStyle::SP_FileDialogDetailedView},
+        {QStringLiteral("extract"), QStyle::SP_ArrowDown},
+        {QStringLiteral("symbol"), QStyle::SP_FileDialogInfoView},
+        {QStringLiteral("summary"), QStyle::SP_FileDialogListView},
+        {QStringLiteral("renumber"), QStyle::SP_BrowserReload},
+        {QStringLiteral("refresh"), QStyle::SP_BrowserReload},
+        {QStringLiteral("sort"), QStyle::SP_ArrowUp},
+        {QStringLiteral("block"), QStyle::SP_DialogApplyButton},
+        {QStringLiteral("save"), QStyle::SP_DialogSaveButton},
+        {QStringLiteral("export"), QStyle::SP_DriveFDIcon},
+        {QStringLiteral("view"), QStyle::SP_FileDialogContentsView},
+        {QStringLiteral("tender"), QStyle::SP_DirOpenIcon},
+        {QStringLiteral("match"), QStyle::SP_CommandLink},
+        {QStringLiteral("append"), QStyle::SP_ArrowRight},
+    };
+    return style->standardIcon(icons.value(name, QStyle::SP_FileIcon));
+}
+
+} // namespace
+
+RibbonWidget::RibbonWidget(QWidget* parent) : QWidget(parent), m_layout(new QHBoxLayout(this))
+{
+    setObjectName(QStringLiteral("ribbon"));
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(QStringLiteral(
+        "#ribbon { background: #f3f6fa; border-bottom: 1px solid #c9d2dd; }"
+        "QToolButton { border: 1px solid transparent; padding: 2px; font-size: 9pt; }"
+        "QToolButton:hover { background: #dde8f5; border: 1px solid #9fbbe0; }"
+        "QToolButton:disabled { color: #a0a0a0; }"
+        "QLabel#groupTitle { color: #5a6b7d; font-size: 8pt; }"));
+    m_layout->setContentsMargins(6, 3, 6, 3);
+    m_layout->setSpacing(4);
+    m_layout->addStretch();
+    connect(MenuBarManager::getInstance(), &MenuBarManager::itemStateChanged, this, &RibbonWidget::updateState);
+    setMinimumHeight(84);
+}
+
+QWidget* RibbonWidget::makeItem(const RibbonItem& item, QWidget* parent)
+{
+    if (item.type == QLatin1String("combo")) {
+        auto* box = new QWidget(parent);
+        auto* layout = new QVBoxLayout(box);
+        layout->setContentsMargins(2, 2, 2, 2);
+        layout->addWidget(new QLabel(item.text, box));
+        auto* combo = new QComboBox(box);
+        combo->setMinimumWidth(220);
+        combo->addItems(item.items);
+        combo->setCurrentIndex(-1);
+        const QString text = item.text;
+        connect(combo, &QComboBox::textActivated, this, [this, text](const QString& value) {
+            emit comboChanged(text, value);
+        });
+        layout->addWidget(combo);
+        layout->addStretch();
+        return box;
+    }
+    auto* button = new QToolButton(parent);
+    button->setText(item.text);
+    button->setIcon(iconFor(item.icon, style()));
+    button->setIconSize(QSize(24, 24));
+    button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+    button->setAutoRaise(true);
+    button->setMinimumWidth(64);
+    if (item.type == QLatin1String("dropdown")) {
+        // A page may install its own menu for the item; otherwise the configured items.
+        QMenu* menu = MenuBarManager::getInstance()->ribbonActionMenu(item.text);
+        if (!menu) {
+            menu = new QMenu(button);
+            for (const QString& sub : item.items)
+                connect(menu->addAction(sub), &QAction::triggered, this, [this, sub] { emit commandTriggered(sub); });
+        }
+        button->setMenu(menu);
+        button->setPopupMode(QToolButton::InstantPopup);
+    } else {
+        const QString text = item.text;
+        connect(button, &QToolButton::clicked, this, [this, text] { emit commandTriggered(text); });
+    }
+    return button;
+}
+
+void RibbonWidget::showConfig(const RibbonConfig& config)
+{
+    while (QLayoutItem* child = m_layout->takeAt(0)) {
+        delete child->widget();
+        delete child;
+    }
+    m_widgets.clear();
+    m_config = config;
+    for (const RibbonGroup& group : config.groups) {
+        auto* frame = new QWidget(this);
+        auto* column = new QVBoxLayout(frame);
+        column->setContentsMargins(2, 0, 2, 0);
+        column->setSpacing(1);
+        auto* row = new QHBoxLayout;
+        row->setSpacing(2);
+        for (const RibbonItem& item : group.items) {
+            QWidget* widget = makeItem(item, frame);
+            m_widgets.insert(item.text, widget);
+            row->addWidget(widget);
+            updateState(item.text);
+        }
+        column->addLayout(row);
+        auto* title = new QLabel(group.title, frame);
+        title->setObjectName(QStringLiteral("groupTitle"));
+        title->setAlignment(Qt::AlignCenter);
+        column->addWidget(title);
+        m_layout->addWidget(frame);
+        auto* line = new QFrame(this);
+        line->setFrameShape(QFrame::VLine);
+        line->setStyleSheet(QStringLiteral("color: #c9d2dd;"));
+        m_layout->addWidget(line);
+    }
+    m_layout->addStretch();
+}
+
+void RibbonWidget::updateState(const QString& text)
+{
+    QWidget* widget = m_widgets.value(text);
+    if (!widget)
+        return;
+    MenuBarManager* manager = MenuBarManager::getInstance();
+    widget->setEnabled(manager->isEnabled(text));
+    if (auto* combo = widget->findChild<QComboBox*>()) {
+        const QString value = manager->comboText(text);
+        combo->setCurrentIndex(combo->findText(value));
+    }
+}

@@ -1,0 +1,51 @@
+// The Tarvo workbench: a host application for the tender bill module.
+//   tarvo-workbench [project.tarvo]
+//   tarvo-workbench --screenshots DIR [project.tarvo]
+#include "MainWindow.h"
+#include "ModuleHost.h"
+
+#include "ProjectWorks.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QFont>
+
+#include <cstdio>
+
+int main(int argc, char** argv)
+{
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("Tarvo"));
+    QApplication::setOrganizationName(QStringLiteral("Tarvo"));
+    QApplication::setFont(QFont(QStringLiteral("Noto Sans CJK SC"), 9));
+
+    QCommandLineParser parser;
+    parser.addHelpOption();
+    QCommandLineOption shots(QStringLiteral("screenshots"), QStringLiteral("保存六个页面的截图后退出"),
+                             QStringLiteral("dir"));
+    QCommandLineOption module(QStringLiteral("module"), QStringLiteral("模块库路径"), QStringLiteral("path"));
+    parser.addOption(shots);
+    parser.addOption(module);
+    parser.addPositionalArgument(QStringLiteral("project"), QStringLiteral("工程文件"));
+    parser.process(app);
+
+    MainWindow window;
+    window.loadModule(parser.isSet(module) ? parser.value(module) : ModuleHost::defaultLibraryPath());
+    const QString project = parser.positionalArguments().value(0, MainWindow::samplePath());
+    window.openProject(project);
+    window.show();
+
+    if (parser.isSet(shots)) {
+        ProTreeNode* node = nullptr;
+        if (ProjectWorks* p = window.project()) {
+            for (ProTreeNode* unit : p->unitProjectNodes())
+                if (ProTreeNode::CheckWithSSVersion(unit) && !node)
+                    node = unit;
+        }
+        const QStringList files = window.takeScreenshots(parser.value(shots), node);
+        for (const QString& file : files)
+            std::printf("%s\n", qPrintable(file));
+        return files.size() == 6 ? 0 : 1;
+    }
+    return app.exec();
+}
