@@ -1,0 +1,31 @@
+# Sourced by the run scripts: installs what is missing, then configures and builds.
+# BUILD_DIR and BUILD_TYPE may be set by the caller.
+set -euo pipefail
+
+ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+BUILD_DIR="${BUILD_DIR:-$ROOT/build}"
+BUILD_TYPE="${BUILD_TYPE:-RelWithDebInfo}"
+
+PACKAGES=(cmake ninja-build g++ ccache pkg-config qtbase5-dev qtbase5-dev-tools libqt5sql5-sqlite
+          libqt5svg5-dev qttools5-dev libxlsxwriter-dev libfreexl-dev libmuparser-dev libzip-dev
+          libbenchmark-dev xvfb xauth fonts-noto-cjk)
+
+missing=()
+for package in "${PACKAGES[@]}"; do
+    if ! dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q "install ok installed"; then
+        missing+=("$package")
+    fi
+done
+if [ "${#missing[@]}" -gt 0 ]; then
+    echo "Installing: ${missing[*]}"
+    SUDO=""
+    [ "$(id -u)" -ne 0 ] && SUDO="sudo"
+    $SUDO apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}"
+fi
+
+cmake -S "$ROOT" -B "$BUILD_DIR" -G Ninja -DCMAKE_BUILD_TYPE="$BUILD_TYPE" >/dev/null
+cmake --build "$BUILD_DIR" -- -j"$(nproc)"
+
+# The grids ask for "SimSun": the shipped fontconfig file maps it to the Noto CJK serif.
+export FONTCONFIG_FILE="$BUILD_DIR/bin/Config/fonts.conf"
