@@ -1,0 +1,160 @@
+#include "SampleProject.h"
+#include "TestProject.h"
+
+#include "ProjectFile.h"
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+#include <QtTest>
+
+// Saving and opening project files, and refusing files that are not ours or not whole.
+class tst_ProjectFile : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir m_dir;
+    QString path(const QString& name) const { return m_dir.filePath(name); }
+
+    static void writeBytes(const QString& file, const QByteArray& bytes)
+    {
+        QFile f(file);
+        QVERIFY(f.open(QIODevice::WriteOnly));
+        f.write(bytes);
+    }
+
+private slots:
+    void roundTripKeepsEverything()
+    {
+        std::unique_ptr<ProjectWorks> sample = BuildSampleProject();
+        ProTreeNode* unit = sample->unitProjectNodes().first();
+        ConstructionWorks* works = sample->works(0, ProTreeNode::Id(unit));
+        BaseDataItem* row = works->getTenderInventory()->getQtXmQdHzTable()->at(0);
+        row->loadState(0, true, 36, QStringLiteral("含税"));
+        row->loadValue(9, QVariant::fromValue(QStringList{QStringLiteral("甲"), QStringLiteral("乙")}));
+        works->setXtBl(25, QStringLiteral("规费税金清单"));
+        works->getConfig()->setItem(2, QStringLiteral("2020定额其他项目清单"));
+        works->getTenderInventory()->getGfSjQdTable()->SetReadOnlyLocked(true);
+        sample->SetDqdZdSd(true);
+        sample->setProjectWorkChanged(true);
+
+        QString error;
+        QVERIFY2(ProjectFile::Save(sample.get(), path(QStringLiteral("a.tarvo")), &error), qPrintable(error));
+        QVERIFY(!sample->isProjectWorkChanged());
+        QVERIFY(!QFile::exists(path(QStringLiteral("a.tarvo.saving"))));
+
+        std::unique_ptr<ProjectWorks> opened = ProjectFile::Open(path(QStringLiteral("a.tarvo")), &error);
+        QVERIFY2(opened, qPrintable(error));
+        QCOMPARE(opened->name(), sample->name());
+        QCOMPARE(opened->GetSjId(), sample->GetSjId());
+        QVERIFY(opened->GetDqdZdSd());
+        QCOMPARE(opened->root()->subtree().size(), sample->root()->subtree().size());
+        for (ProTreeNode* node : sample->root()->subtree()) {
+            ProTreeNode* other = opened->nodeById(ProTreeNode::Id(node));
+            QVERIFY(other);
+            QCOMPARE(ProTreeNode::Name(other), ProTreeNode::Name(node));
+            QCOMPARE(ProTreeNode::Types(other), ProTreeNode::Types(node));
+            QCOMPARE(ProTreeNode::CheckWithSSVersion(other), ProTreeNode::CheckWithSSVersion(node));
+            for (int audit = 0; audit < 2; ++audit) {
+                ConstructionWorks* a = sample->works(audit, ProTreeNode::Id(node));
+                ConstructionWorks* b = opened->works(audit, ProTreeNode::Id(node));
+                QCOMPARE(a == nullptr, b == nullptr);
+                if (!a)
+                    continue;
+                QCOMPARE(b->xtBl(), a->xtBl());
+                QCOMPARE(b->getConfig()->items(), a->getConfig()->items());
+                const QList<GeneralTableBase*> tables = a->allTables();
+                for (GeneralTableBase* ta : tables) {
+                    GeneralTableBase* tb = b->tableByType(ta->getTableType());
+                    QCOMPARE(tb->count(), ta->count());
+                    QCOMPARE(TableBaseObject::GetReadOnlyLocked(tb), TableBaseObject::GetReadOnlyLocked(ta));
+                    for (int r = 0; r < ta->count(); ++r) {
+                        QCOMPARE(tb->at(r)->rawValues(), ta->at(r)->rawValues());
+                        QCOMPARE(tb->at(r)->getKind(), ta->at(r)->getKind());
+                        QCOMPARE(tb->at(r)->IsBlock(), ta->at(r)->IsBlock());
+                        QCOMPARE(tb->at(r)->getRowHeight(), ta->at(r)->getRowHeight());
+                        QCOMPARE(tb->at(r)->getNote(), ta->at(r)->getNote());
+                    }
+                }
+            }
+        }
+    }
+
+    void savingOverAnExistingFileReplacesIt()
+    {
+        TestProject p;
+        QString error;
+        const QString file = path(QStringLiteral("b.tarvo"));
+        QVERIFY(ProjectFile::Save(p.project, file, &error));
+        TestProject::row(p.current->getRcjHzTable(), 1, {{3, QStringLiteral("钢筋")}});
+        QVERIFY(ProjectFile::Save(p.project, file, &error));
+        std::unique_ptr<ProjectWorks> opened = ProjectFile::Open(file, &error);
+        QVERIFY(opened);
+        QCOMPARE(opened->works(0, 3)->getRcjHzTable()->count(), 1);
+    }
+
+    void refusesWhatIsNotAProject_data()
+    {
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("missing") << QStringLiteral("none.tarvo") << QStringLiteral("文件不存在");
+        QTest::newRow("text") << QStringLiteral("text.tarvo") << QStringLiteral("文件格式无法识别");
+        QTest::newRow("foreign sqlite") << QStringLiteral("foreign.tarvo") << QStringLiteral("不是本系统的工程文件");
+        QTest::newRow("newer version") << QStringLiteral("newer.tarvo") << QStringLiteral("版本为2");
+        QTest::newRow("truncated") << QStringLiteral("truncated.tarvo") << QStringLiteral("文件已损坏");
+    }
+
+    void refusesWhatIsNotAProject()
+    {
+        QFETCH(QString, file);
+        QFETCH(QString, reason);
+        writeBytes(path(QStringLiteral("text.tarvo")), "这不是工程文件\n");
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("foreign"));
+            db.setDatabaseName(path(QStringLiteral("foreign.tarvo")));
+            QVERIFY(db.open());
+            QSqlQuery(db).exec(QStringLiteral("CREATE TABLE customers(id INTEGER, name TEXT)"));
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("foreign"));
+
+        TestProject p;
+        for (int i = 0; i < 3000; ++i)
+            TestProject::row(p.current->getRcjHzTable(), 1, {{3, QStringLiteral("材料%1").arg(i)}, {9, i * 1.5}});
+        QString error;
+        QVERIFY(ProjectFile::Save(p.project, path(QStringLiteral("newer.tarvo")), &error));
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("newer"));
+            db.setDatabaseName(path(QStringLiteral("newer.tarvo")));
+            QVERIFY(db.open());
+            QSqlQuery(db).exec(QStringLiteral("UPDATE meta SET value='2' WHERE key='schema_version'"));
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("newer"));
+        QVERIFY(ProjectFile::Save(p.project, path(QStringLiteral("whole.tarvo")), &error));
+        QFile whole(path(QStringLiteral("whole.tarvo")));
+        QVERIFY(whole.open(QIODevice::ReadOnly));
+        writeBytes(path(QStringLiteral("truncated.tarvo")), whole.readAll().left(int(whole.size() / 2)));
+
+        error.clear();
+        QVERIFY(!ProjectFile::Open(path(file), &error));
+        QVERIFY2(error.contains(reason), qPrintable(error));
+        QVERIFY2(error.contains(file), qPrintable(error)); // the message names the file
+    }
+
+    void fieldEncodingRoundTrips()
+    {
+        const QVector<QVariant> values = {QVariant(), 3.25, QStringLiteral("混凝土 C30"), true, 42,
+                                          QVariant(), QVariant(qint64(1) << 40), -0.0001};
+        QVector<QVariant> decoded;
+        QVERIFY(ProjectFile::decodeFields(ProjectFile::encodeFields(values), decoded));
+        QCOMPARE(decoded, values);
+        QByteArray cut = ProjectFile::encodeFields(values);
+        cut.chop(3);
+        QVERIFY(!ProjectFile::decodeFields(cut, decoded));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_ProjectFile)
+#include "tst_ProjectFile.moc"

@@ -1,0 +1,157 @@
+#include "TestProject.h"
+
+#include "OperatingUIInfo.h"
+
+#include <QUndoStack>
+#include <QtTest>
+
+// The undo journal: every change inside a record comes back exactly, one record per action.
+class tst_RURecordControl : public QObject
+{
+    Q_OBJECT
+
+private:
+    RURecordControl* control() { return RURecordControl::GetInstance(); }
+    static OperatingUIInfo info(const QString& text) { return OperatingUIInfo(77, 0, 3, 101, 8, text); }
+    static QStringList names(GeneralTableBase* table)
+    {
+        QStringList list;
+        for (BaseDataItem* item : table->items())
+            list << item->getValue(2).toString();
+        return list;
+    }
+
+private slots:
+    void init() { control()->ForgetHistory(); }
+
+    void editsUndoAndRedoAsOneLabelledRecord()
+    {
+        TestProject p;
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        BaseDataItem* a = TestProject::row(t, 0, {{2, QStringLiteral("暂列金额")}, {3, 100.0}});
+        control()->BeginRecord();
+        a->setValue(3, 250.0);
+        a->setKind(3);
+        a->SetBlock(true);
+        a->setRowHeight(40);
+        a->setNote(QStringLiteral("备注"));
+        control()->EndRecord(info(QStringLiteral("修改其他项目清单行")));
+        QCOMPARE(control()->undoStack()->count(), 1);
+        QCOMPARE(control()->undoStack()->undoText(), QStringLiteral("修改其他项目清单行"));
+
+        QVERIFY(control()->Undo());
+        QCOMPARE(a->getValue(3), QVariant(100.0));
+        QCOMPARE(a->getKind(), 0);
+        QVERIFY(!a->IsBlock());
+        QCOMPARE(a->getRowHeight(), 0);
+        QVERIFY(a->getNote().isEmpty());
+
+        QVERIFY(control()->Redo());
+        QCOMPARE(a->getValue(3), QVariant(250.0));
+        QCOMPARE(a->getKind(), 3);
+        QVERIFY(a->IsBlock());
+        QCOMPARE(a->getNote(), QStringLiteral("备注"));
+    }
+
+    void structuralChangesComeBackInOrder()
+    {
+        TestProject p;
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        for (const char* name : {"A", "B", "C", "D"})
+            TestProject::row(t, 0, {{2, QString::fromLatin1(name)}});
+        BaseDataItem* b = t->at(1);
+        control()->BeginRecord();
+        t->BaseDataItemRemoveAt(1);            // A C D
+        BaseDataItem* e = t->CreateItem();
+        e->loadValue(2, QStringLiteral("E"));
+        t->BaseDataItemInsert(0, e);           // E A C D
+        t->BaseDataItemMove(3, 1);             // E D A C
+        b->setValue(2, QStringLiteral("B2"));  // a removed row may still be edited by the command
+        control()->EndRecord(info(QStringLiteral("整理")));
+        QCOMPARE(names(t), QStringList({"E", "D", "A", "C"}));
+
+        QVERIFY(control()->Undo());
+        QCOMPARE(names(t), QStringList({"A", "B", "C", "D"}));
+        QCOMPARE(t->at(1), b); // the very same row object is back
+        QVERIFY(control()->Redo());
+        QCOMPARE(names(t), QStringList({"E", "D", "A", "C"}));
+        QVERIFY(control()->Undo());
+        QCOMPARE(names(t), QStringList({"A", "B", "C", "D"}));
+    }
+
+    void bulkChangeIsOneStep()
+    {
+        TestProject p;
+        RcjHzTable* t = p.current->getRcjHzTable();
+        for (int i = 0; i < 2000; ++i)
+            TestProject::row(t, 1, {{9, double(i)}});
+        control()->BeginRecord();
+        for (BaseDataItem* item : t->items())
+            item->setValue(9, item->getDouble(9) * 2);
+        control()->EndRecord(info(QStringLiteral("批量修改")));
+        QCOMPARE(control()->undoStack()->count(), 1);
+        QVERIFY(control()->Undo());
+        for (int i = 0; i < t->count(); ++i)
+            QCOMPARE(t->at(i)->getDouble(9), double(i));
+    }
+
+    void nestedRecordsFoldAndEmptyRecordsVanish()
+    {
+        TestProject p;
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        BaseDataItem* a = TestProject::row(t, 0, {{3, 1.0}});
+        control()->BeginRecord();
+        a->setValue(3, 2.0);
+        control()->BeginRecord();
+        a->setValue(3, 3.0);
+        control()->EndRecord(info(QStringLiteral("内层")));
+        QCOMPARE(control()->undoStack()->count(), 0); // still inside the outer record
+        control()->EndRecord(info(QStringLiteral("外层")));
+        QCOMPARE(control()->undoStack()->count(), 1);
+        QCOMPARE(control()->undoStack()->undoText(), QStringLiteral("外层"));
+        QVERIFY(control()->Undo());
+        QCOMPARE(a->getValue(3), QVariant(1.0));
+
+        control()->BeginRecord();
+        a->setValue(3, 1.0); // no change
+        control()->EndRecord(info(QStringLiteral("无变化")));
+        QCOMPARE(control()->undoStack()->count(), 1);
+        QVERIFY(control()->undoStack()->canRedo()); // pushing a record would have dropped the redo
+    }
+
+    void changesOutsideRecordsAndTemporaryTables()
+    {
+        TestProject p;
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        BaseDataItem* a = TestProject::row(t, 0, {{3, 1.0}});
+        control()->BeginRecord();
+        a->setValue(3, 5.0);
+        control()->EndRecord(info(QStringLiteral("修改")));
+        // A row that vanishes outside any record cannot be kept for older records.
+        TestProject::row(t, 0, {});
+        t->BaseDataItemRemoveAt(1);
+        QCOMPARE(control()->undoStack()->count(), 0);
+
+        QtXmQdHzTable temporary; // a template table belongs to no unit project
+        control()->BeginRecord();
+        TestProject::row(&temporary, 0, {})->setValue(3, 9.0);
+        temporary.BaseDataItemRemoveAt(0);
+        control()->EndRecord(info(QStringLiteral("模板")));
+        QCOMPARE(control()->undoStack()->count(), 0);
+    }
+
+    void closingTheProjectDropsHistory()
+    {
+        auto p = std::make_unique<TestProject>();
+        BaseDataItem* a = TestProject::row(p->current->getTenderInventory()->getQtXmQdHzTable(), 0, {});
+        control()->BeginRecord();
+        a->setValue(3, 5.0);
+        control()->EndRecord(info(QStringLiteral("修改")));
+        p.reset();
+        QCOMPARE(control()->undoStack()->count(), 0);
+        QVERIFY(!control()->Undo());
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_RURecordControl)
+#include "tst_RURecordControl.moc"
