@@ -1,4 +1,5 @@
 #include "BillModel.h"
+#include "TarvoGuard.h"
 
 #include "AuditBusiness.h"
 #include "Communication.h"
@@ -94,9 +95,12 @@ bool BillModel::setData(const QModelIndex& index, const QVariant& value, int rol
             owner->setProjectWorkChanged(true);
     const int row = index.row();
     const int field = fieldOfColumn(index.column());
-    QVariant typed = value;
-    if (!checkEdit(row, field, typed))
-        return true; // refused and told; the cell keeps its value
-    recorded(8, modifyLabel(), [&] { return applyEdit(row, field, typed); });
+    const QString className = QString::fromLatin1(metaObject()->className());
+    TarvoGuard::run(m_sourceFolder + QLatin1Char('\\') + className, __LINE__, className + QStringLiteral("::setData"), [&] {
+        QVariant typed = value;
+        if (!checkEdit(row, field, typed))
+            return; // refused and told; the cell keeps its value
+        recorded(8, modifyLabel(), [&] { return applyEdit(row, field, typed); });
+    });
     return true;
 }

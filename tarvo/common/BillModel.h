@@ -21,6 +21,8 @@ public:
     explicit BillModel(QObject* parent = nullptr);
 
     void setAudit(AuditBusiness* audit) { m_audit = audit; }
+    // The page folder, for failure reports ("QtXmQd" gives "QtXmQd\\QtXmQdModel").
+    void setSourceFolder(const QString& folder) { m_sourceFolder = folder; }
     void setReadOnlyView(bool readOnly) { m_readOnlyView = readOnly; }
     bool isReadOnlyView() const { return m_readOnlyView; }
 
@@ -49,6 +51,7 @@ protected:
 private:
     AuditBusiness* m_audit = nullptr;
     bool m_readOnlyView = false;
+    QString m_sourceFolder;
 };
 
 void beginUndoRecord();

@@ -46,6 +46,7 @@ void BillSjWidget::init(BillModel* model)
 {
     m_model = model;
     m_model->setAudit(m_audit);
+    m_model->setSourceFolder(sourceFile().section(QLatin1Char('\\'), 0, 0));
     m_view = new zTableView(this);
     m_view->setObjectName(QStringLiteral("gridView"));
     m_view->LoadTableHeader(listName());

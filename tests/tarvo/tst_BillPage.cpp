@@ -1,0 +1,311 @@
+#include "TestProject.h"
+
+#include "GfQd/GfQdModel.h"
+#include "GfQd/GfQdWidget.h"
+#include "QtXmQd/QtXmQdModel.h"
+#include "QtXmQd/QtXmQdWidget.h"
+#include "ZbrClGzfQd/ZbrClGzfQdWidget.h"
+#include "common/BillSjWidget.h"
+#include "common/BillSsWidget.h"
+#include "common/MaterialListModel.h"
+
+#include "AuditBusiness.h"
+#include "BusinessFaultInjection.h"
+#include "Communication.h"
+#include "FyBlBusiness.h"
+#include "InteractionSeam.h"
+#include "MsgExplain.h"
+#include "ProcExceptionNew.h"
+#include "zTableView.h"
+
+#include <QAbstractItemModelTester>
+#include <QUndoStack>
+#include <QtTest>
+
+namespace {
+QStringList g_log;
+void captureLog(QtMsgType, const QMessageLogContext&, const QString& text)
+{
+    g_log << text;
+}
+} // namespace
+
+// The anatomy every bill page shares, told on the other items page, plus the display rules
+// of the pages whose cells carry them.
+class tst_BillPage : public QObject
+{
+    Q_OBJECT
+
+private:
+    RURecordControl* undo() { return RURecordControl::GetInstance(); }
+
+    static void fillOtherItems(ConstructionWorks* works)
+    {
+        FyBlBusiness::GetInstance()->setValue(works, "分部分项工程费", 100000.0);
+        QtXmQdHzTable* t = works->getTenderInventory()->getQtXmQdHzTable();
+        TestProject::row(t, 0, {{1, "1"}, {2, "暂列金额"}, {3, 50000.0}});
+        TestProject::row(t, 2, {{1, "2"}, {2, "暂估价"}});
+        TestProject::row(t, 0, {{1, "2.1"}, {2, "专业工程暂估价"}, {3, 20000.0}});
+        TestProject::row(t, 3, {{1, "3"}, {2, "总承包服务费"}, {3, "分部分项工程费*0.015"}, {6, 1500.0}});
+        TestProject::row(t, 1, {});
+        TestProject::row(t, 4, {{2, "合计"}, {3, 71500.0}});
+    }
+
+    static void load(BillPageWidget& page, ProTreeNode* node, int id = 74)
+    {
+        QVariant payload = QVariant::fromValue(node);
+        page.ProcMsg(id, &payload);
+    }
+
+    static QModelIndex cell(BillModel* model, int row, int field)
+    {
+        return model->index(row, model->columnOfField(field));
+    }
+
+private slots:
+    void init()
+    {
+        InteractionSeam::setScripted(true);
+        InteractionSeam::clear();
+        ClearExceptionReports();
+        undo()->ForgetHistory();
+    }
+
+    void submittedGridOnlyForNodesThatHaveOne()
+    {
+        TestProject p;
+        QtXmQdWidget page;
+        load(page, p.plainUnit);
+        QVERIFY(!page.ssWidget());
+        QVERIFY(page.ssHolder()->layout() == nullptr); // the holder stays empty
+        load(page, p.unit);
+        QVERIFY(page.ssWidget());
+        QVERIFY(page.audit()->isOpen());
+        fillOtherItems(p.current);
+        TestProject::row(p.submitted->getTenderInventory()->getQtXmQdHzTable(), 0, {{1, "1"}, {2, "暂列金额"}, {3, 45000.0}});
+        load(page, p.unit);
+        QCOMPARE(page.ssWidget()->model()->rowCount(), 1);
+        QCOMPARE(page.audit()->rowState(0), AuditBusiness::Changed);
+        QCOMPARE(page.audit()->rowState(1), AuditBusiness::Added);
+    }
+
+    void nodeOfAnotherTypeIsLoggedAndIgnored()
+    {
+        TestProject p;
+        fillOtherItems(p.current);
+        QtXmQdWidget page;
+        load(page, p.unit);
+        QCOMPARE(page.sjWidget()->model()->rowCount(), 6);
+        g_log.clear();
+        QtMessageHandler previous = qInstallMessageHandler(captureLog);
+        load(page, p.single, 79);
+        qInstallMessageHandler(previous);
+        QVERIFY(g_log.contains("节点类型错误！node: 教学楼, type: 1, code: 79"));
+        QCOMPARE(page.sjWidget()->table(), p.current->getTenderInventory()->getQtXmQdHzTable());
+        QCOMPARE(page.sjWidget()->model()->rowCount(), 6);
+    }
+
+    void unitWithoutDataGivesAnEmptyGrid()
+    {
+        TestProject p;
+        fillOtherItems(p.current);
+        ProTreeNode* bare = p.project->AddNode(p.single, 9, ProTreeNode::WorksNode, "无数据单位工程");
+        QtXmQdWidget page;
+        load(page, p.unit);
+        load(page, bare);
+        QCOMPARE(page.sjWidget()->model()->rowCount(), 0);
+        QVERIFY(!page.audit()->tableSource());
+    }
+
+    void templateListAnswerStartsWithTheDefault()
+    {
+        TestProject p;
+        QtXmQdWidget page;
+        QSignalSpy sent(Communication::GetInstance(), &Communication::signalMsg);
+        QVariant none;
+        page.ProcMsg(7006, &none);
+        QCOMPARE(sent.count(), 1);
+        QCOMPARE(sent.first().at(0).toInt(), 4);
+        QCOMPARE(sent.first().at(1).toInt(), 7000);
+        QCOMPARE(sent.first().at(2).toStringList().value(0), QString("默认表头"));
+    }
+
+    void cellEditIsOneUndoStep()
+    {
+        TestProject p;
+        fillOtherItems(p.current);
+        QtXmQdWidget page;
+        load(page, p.unit);
+        BillModel* model = page.sjWidget()->model();
+        QAbstractItemModelTester tester(model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QVERIFY(model->setData(cell(model, 0, 3), "60000"));
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        QCOMPARE(t->at(0)->getDouble(3), 60000.0);
+        QCOMPARE(t->at(5)->getDouble(3), 81500.0); // the total follows
+        QCOMPARE(undo()->undoStack()->count(), 1);
+        QCOMPARE(undo()->undoStack()->undoText(), QString("修改其他项目清单行"));
+        QVERIFY(p.project->isProjectWorkChanged());
+        QVERIFY(undo()->Undo());
+        QCOMPARE(t->at(0)->getDouble(3), 50000.0);
+        QCOMPARE(t->at(5)->getDouble(3), 71500.0);
+
+        // A new empty row becomes an ordinary row with its first edit.
+        QVERIFY(model->setData(cell(model, 4, 2), "计日工"));
+        QCOMPARE(t->at(4)->getKind(), 0);
+    }
+
+    void invalidAmountIsRefusedWithoutARecord()
+    {
+        TestProject p;
+        fillOtherItems(p.current);
+        QtXmQdWidget page;
+        load(page, p.unit);
+        BillModel* model = page.sjWidget()->model();
+        QVERIFY(model->setData(cell(model, 0, 3), "五万元"));
+        QCOMPARE(InteractionSeam::lastShown().text, QString("请正确输入实数或计算表达式!"));
+        QCOMPARE(p.current->getTenderInventory()->getQtXmQdHzTable()->at(0)->getDouble(3), 50000.0);
+        QCOMPARE(undo()->undoStack()->count(), 0);
+        // An empty amount is accepted.
+        InteractionSeam::clear();
+        QVERIFY(model->setData(cell(model, 0, 3), ""));
+        QVERIFY(InteractionSeam::shown().isEmpty());
+        QCOMPARE(undo()->undoStack()->count(), 1);
+    }
+
+    void otherItemsDisplayRules()
+    {
+        TestProject p;
+        fillOtherItems(p.current);
+        QtXmQdWidget page;
+        load(page, p.unit);
+        BillModel* model = page.sjWidget()->model();
+        QCOMPARE(model->data(cell(model, 0, 3), Qt::TextAlignmentRole).toInt(), 130);
+        QCOMPARE(model->data(cell(model, 0, 1), Qt::TextAlignmentRole).toInt(), 132);
+        QCOMPARE(model->data(cell(model, 0, 2), Qt::TextAlignmentRole).toInt(), 129);
+        QCOMPARE(model->data(cell(model, 5, 2), Qt::TextAlignmentRole).toInt(), 132);
+        QCOMPARE(model->data(cell(model, 1, 2), Qt::BackgroundRole).value<QColor>(), QColor(255, 236, 255));
+        QCOMPARE(model->data(cell(model, 3, 3), Qt::BackgroundRole).value<QColor>(), QColor(217, 217, 217));
+        QCOMPARE(model->data(cell(model, 3, 3), Qt::EditRole).toString(), QString("分部分项工程费*0.015"));
+        QCOMPARE(model->data(cell(model, 0, 2), Qt::FontRole).value<QFont>().family(), QString("SimSun"));
+        QCOMPARE(int(model->flags(cell(model, 5, 3))), 33); // total row
+        QCOMPARE(int(model->flags(cell(model, 0, 3))), 35);
+        p.current->getTenderInventory()->getQtXmQdHzTable()->SetReadOnlyLocked(true);
+        QCOMPARE(int(model->flags(cell(model, 0, 3))), 33);
+        p.current->getTenderInventory()->getQtXmQdHzTable()->SetReadOnlyLocked(false);
+        p.project->SetDqdZdSd(true);
+        QCOMPARE(int(model->flags(cell(model, 0, 3))), 33);
+    }
+
+    void rowMovesAreRecordedAndRefusedAtTheTotal()
+    {
+        TestProject p;
+        fillOtherItems(p.current);
+        QtXmQdWidget page;
+        load(page, p.unit);
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        BaseDataItem* first = t->at(0);
+        page.sjWidget()->slotMouseMoveRows(0, 2, false); // still dragging
+        QCOMPARE(t->at(0), first);
+        page.sjWidget()->slotMouseMoveRows(0, 5, true); // onto the total row
+        QCOMPARE(t->at(0), first);
+        QCOMPARE(undo()->undoStack()->count(), 0);
+        page.sjWidget()->slotMouseMoveRows(0, 2, true);
+        QCOMPARE(t->at(2), first);
+        QCOMPARE(undo()->undoStack()->undoText(), QString("其他项目清单移动行"));
+        QVERIFY(undo()->Undo());
+        QCOMPARE(t->at(0), first);
+    }
+
+    void ribbonStatesFollowTheFocusedRow()
+    {
+        TestProject p;
+        fillOtherItems(p.current);
+        QtXmQdWidget page;
+        load(page, p.unit);
+        QSignalSpy sent(Communication::GetInstance(), &Communication::signalMsg);
+        page.sjWidget()->ChangeDelAndInsAcState(5);
+        QCOMPARE(sent.count(), 2);
+        for (const QList<QVariant>& call : sent) {
+            QCOMPARE(call.at(1).toInt(), 47);
+            QCOMPARE(call.at(2).value<MsgExplain::ToChangeMenuItemInfo>().nState, 3);
+        }
+        QCOMPARE(sent.at(0).at(2).value<MsgExplain::ToChangeMenuItemInfo>().strText, QString("招投标-删除行"));
+        QCOMPARE(sent.at(1).at(2).value<MsgExplain::ToChangeMenuItemInfo>().strText, QString("插入行"));
+        sent.clear();
+        page.sjWidget()->ChangeDelAndInsAcState(-1);
+        p.current->getTenderInventory()->getQtXmQdHzTable()->SetReadOnlyLocked(true);
+        page.sjWidget()->ChangeDelAndInsAcState(1);
+        QCOMPARE(sent.count(), 0);
+    }
+
+    void businessFailureIsReportedAndThePageGoesOn()
+    {
+        TestProject p;
+        fillOtherItems(p.current);
+        QtXmQdWidget page;
+        load(page, p.unit);
+        BillModel* model = page.sjWidget()->model();
+        BusinessFaultInjection::setFault([] { throw std::runtime_error("数据库连接已断开"); });
+        QVERIFY(model->setData(cell(model, 0, 3), "1"));
+        const QList<ExceptionReport> reports = RecentExceptionReports();
+        QCOMPARE(reports.size(), 1);
+        QCOMPARE(reports.first().tag, QString("QtXmQdModel::setData"));
+        QCOMPARE(reports.first().sourceFile, QString("QtXmQd\\QtXmQdModel"));
+        QCOMPARE(reports.first().what, QString("数据库连接已断开"));
+        // The record was closed and the page still works.
+        BusinessFaultInjection::setFault([] { throw "C string"; });
+        QVERIFY(model->setData(cell(model, 0, 3), "2"));
+        BusinessFaultInjection::setFault([] { throw 42; });
+        QVERIFY(model->setData(cell(model, 0, 3), "3"));
+        QCOMPARE(RecentExceptionReports().at(1).what, QString("C string"));
+        QCOMPARE(RecentExceptionReports().at(2).what, QString("未知异常"));
+        QVERIFY(model->setData(cell(model, 0, 3), "70000"));
+        QCOMPARE(p.current->getTenderInventory()->getQtXmQdHzTable()->at(0)->getDouble(3), 70000.0);
+    }
+
+    void feeRateDisplay_data()
+    {
+        QTest::addColumn<QVariant>("rate");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("zero") << QVariant(0.0) << QString();
+        QTest::newRow("positive") << QVariant(3.41) << QString("3.41%");
+        QTest::newRow("already percent") << QVariant(QString("3.41%")) << QString("3.41%");
+        QTest::newRow("negative") << QVariant(-1.5) << QString("-1.5");
+        QTest::newRow("empty") << QVariant(QString()) << QString();
+        QTest::newRow("text") << QVariant(QString("按实")) << QString("按实");
+    }
+
+    void feeRateDisplay()
+    {
+        QFETCH(QVariant, rate);
+        QFETCH(QString, shown);
+        QCOMPARE(GfQdModel::rateText(rate), shown);
+    }
+
+    void materialsDisplayAndExpressions()
+    {
+        TestProject p;
+        ZbrClGzfQdTable* t = p.current->getTenderInventory()->getZbrClGzfQdTable();
+        TestProject::row(t, 1, {{1, 1}, {3, "电梯"}, {7, 285000.0}, {9, 0.0}, {22, true}});
+        TestProject::row(t, 2, {{3, "合计"}});
+        ZbrClGzfQdWidget page;
+        load(page, p.unit);
+        BillModel* model = page.sjWidget()->model();
+        QAbstractItemModelTester tester(model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QCOMPARE(model->data(cell(model, 0, 9)).toString(), QString()); // zero quantity is blank
+        QCOMPARE(model->headerData(0, Qt::Vertical, MaterialListModel::IconShownRole).toInt(), 1);
+        QVERIFY(model->headerData(0, Qt::Vertical, MaterialListModel::IconImageRole).toByteArray().contains("<svg"));
+        QVERIFY(!model->headerData(1, Qt::Vertical, MaterialListModel::IconShownRole).isValid());
+        QVERIFY(model->setData(cell(model, 0, 9), "2*3.5"));
+        QCOMPARE(t->at(0)->getDouble(9), 7.0);
+        QCOMPARE(t->at(0)->getDouble(10), 1995000.0);
+        QCOMPARE(undo()->undoStack()->undoText(), QString("修改招标人材料购置费清单行"));
+        QVERIFY(model->setData(cell(model, 0, 7), "abc"));
+        QCOMPARE(t->at(0)->getDouble(7), 285000.0);
+        QCOMPARE(InteractionSeam::lastShown().text, QString("请正确输入实数或计算表达式!"));
+        QCOMPARE(int(model->flags(cell(model, 1, 3))), 33);
+    }
+};
+
+QTEST_MAIN(tst_BillPage)
+#include "tst_BillPage.moc"
