@@ -1,5 +1,7 @@
 #include "VXParseAlg.h"
 
+#include <QRegularExpression>
+
 #include <muParser.h>
 
 #include <cmath>
@@ -55,7 +57,10 @@ QString parserError(const mu::Parser::exception_type& e)
 bool VXParseAlg::ExpCalc(const QString& expr, const QHash<QString, double>& vars, double& result,
                          QString& error) const
 {
-    const QString text = ReplaceFormulaItem(expr);
+    QString text = ReplaceFormulaItem(expr);
+    // "3%" is three hundredths, as estimators write rates.
+    static const QRegularExpression percent(QStringLiteral("(\\d+(?:\\.\\d+)?)%"));
+    text.replace(percent, QStringLiteral("(\\1/100)"));
     if (text.isEmpty()) {
         error.clear();
         return false;

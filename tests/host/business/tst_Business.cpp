@@ -1,0 +1,129 @@
+#include "TestProject.h"
+
+#include "FyBlBusiness.h"
+#include "GfQdBusiness.h"
+#include "LxGzXmQdJJjbBusiness.h"
+#include "QtXmQdJJjbBusiness.h"
+#include "VXParseAlg.h"
+#include "XtBlBusiness.h"
+#include "ZbrClGzfQdBusiness.h"
+
+#include <QtTest>
+
+// The calculation rules of the lists and the expressions users type.
+class tst_Business : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void expressionsWithChineseNamesAndFullWidthText()
+    {
+        const QHash<QString, double> vars = {{"分部分项工程费", 200000.0}, {"措施项目费", 30000.0}};
+        double result = 0;
+        QString error;
+        QVERIFY(VXParseAlg::getInstance()->ExpCalc("（分部分项工程费＋措施项目费）×３％", vars, result, error));
+        QCOMPARE(result, 6900.0);
+        QVERIFY(VXParseAlg::getInstance()->ExpCalc("2*3.5", {}, result, error));
+        QCOMPARE(result, 7.0);
+        QVERIFY(!VXParseAlg::getInstance()->ExpCalc("未知费用*2", vars, result, error));
+        QVERIFY(!error.isEmpty());
+        QVERIFY(!VXParseAlg::getInstance()->ExpCalc("1+", {}, result, error));
+        QVERIFY(!VXParseAlg::getInstance()->ExpCalc("", {}, result, error));
+        QVERIFY(VXParseAlg::getInstance()->CheckExpressionEx("分部分项工程费/措施项目费", vars.keys(), error));
+        QVERIFY(!VXParseAlg::getInstance()->CheckExpressionEx("分部分项工程费/其他", vars.keys(), error));
+    }
+
+    void otherItemsSubtotalsTotalsAndFormulas()
+    {
+        TestProject p;
+        FyBlBusiness::GetInstance()->setValue(p.current, "分部分项工程费", 1000000.0);
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        TestProject::row(t, 0, {{1, "1"}, {2, "暂列金额"}, {3, 50000.0}});
+        BaseDataItem* provisional = TestProject::row(t, 2, {{1, "2"}, {2, "暂估价"}, {3, 999.0}});
+        TestProject::row(t, 0, {{1, "2.1"}, {2, "材料暂估价"}, {3, 0.0}});
+        TestProject::row(t, 0, {{1, "2.2"}, {2, "专业工程暂估价"}, {3, 30000.0}});
+        BaseDataItem* service = TestProject::row(t, 3, {{1, "3"}, {2, "总承包服务费"}, {3, "分部分项工程费*0.015"}});
+        BaseDataItem* total = TestProject::row(t, 4, {{2, "合计"}});
+        QtXmQdJJjbBusiness::CalculateTable(p.current, t);
+        QCOMPARE(provisional->getDouble(3), 30000.0);
+        QCOMPARE(service->getDouble(6), 15000.0);
+        QCOMPARE(total->getDouble(3), 95000.0); // top-level rows only, the subtotal once
+        QCOMPARE(FyBlBusiness::GetInstance()->GetFyBlValueByName(p.current, "其他项目合计"), 95000.0);
+
+        // Text typed as a number is a number; the total row is not editable.
+        QVERIFY(QtXmQdJJjbBusiness::ProcColunmValueChanged(p.current, t, 0, 3, QString(" 60000 ")));
+        QCOMPARE(total->getDouble(3), 105000.0);
+        QVERIFY(!QtXmQdJJjbBusiness::ProcColunmValueChanged(p.current, t, 5, 3, 1.0));
+        QVERIFY(!QtXmQdJJjbBusiness::GridRowCanMove(t, 0, 5));
+        QVERIFY(QtXmQdJJjbBusiness::GridRowCanMove(t, 0, 4));
+        // Inserting at or past the total keeps the total last.
+        QVERIFY(QtXmQdJJjbBusiness::InsertCustomItem(p.current, t, 99));
+        QCOMPARE(t->at(t->count() - 1), total);
+        QCOMPARE(t->at(t->count() - 2)->getKind(), int(QtXmQdJJjbBusiness::NewEmpty));
+        QVERIFY(QtXmQdJJjbBusiness::isEmptyRow(t->at(t->count() - 2)));
+        QVERIFY(!QtXmQdJJjbBusiness::RemoveItem(p.current, t, t->count() - 1));
+    }
+
+    void materialAmountsAndTotal()
+    {
+        TestProject p;
+        ZbrClGzfQdTable* t = p.current->getTenderInventory()->getZbrClGzfQdTable();
+        TestProject::row(t, 1, {{3, "电梯"}, {7, 285000.0}, {9, 2.0}});
+        TestProject::row(t, 1, {{3, "变压器"}, {7, 168000.0}});
+        BaseDataItem* total = TestProject::row(t, 2, {{3, "合计"}});
+        QVERIFY(ZbrClGzfQdBusiness::ProcColunmValueChanged(p.current, t, 1, 9, QString("1.5")));
+        QCOMPARE(t->at(0)->getDouble(10), 570000.0);
+        QCOMPARE(t->at(1)->getDouble(10), 252000.0);
+        QCOMPARE(total->getDouble(10), 822000.0);
+        QVERIFY(ZbrClGzfQdBusiness::ProcColunmValueChanged(p.current, t, 1, 9, QString()));
+        QVERIFY(!t->at(1)->getValue(9).isValid());
+        QCOMPARE(total->getDouble(10), 570000.0);
+        BaseDataItem* inserted = ZbrClGzfQdBusiness::InsertItem(p.current, t, -1);
+        QCOMPARE(t->GetItemIndexInOrder(inserted), 2); // above the total
+    }
+
+    void feesAndTaxes()
+    {
+        TestProject p;
+        FyBlBusiness* fyBl = FyBlBusiness::GetInstance();
+        fyBl->setValue(p.current, "分部分项人工费", 100000.0);
+        fyBl->setValue(p.current, "分部分项工程费", 500000.0);
+        GfSjQdTable* t = p.current->getTenderInventory()->getGfSjQdTable();
+        TestProject::row(t, 1, {{2, "规费"}});
+        BaseDataItem* pension = TestProject::row(t, 0, {{2, "养老保险费"}, {3, "分部分项人工费"}, {4, 7.5}});
+        BaseDataItem* tax = TestProject::row(t, 2, {{2, "税金"}, {3, "分部分项工程费+规费合计"}, {4, 9.0}});
+        GfQdBusiness::CalculateGfQdTable(p.current, t);
+        QCOMPARE(pension->getDouble(5), 7500.0);
+        QCOMPARE(tax->getDouble(6), 507500.0);
+        QCOMPARE(tax->getDouble(5), 45675.0);
+        // A rate typed with its percent sign.
+        QVERIFY(GfQdBusiness::ProcColunmValueChanged(p.current, t, 1, 4, QString("8%")));
+        QCOMPARE(pension->getDouble(5), 8000.0);
+        QCOMPARE(tax->getDouble(5), 45720.0);
+    }
+
+    void formulasOfNumericCells()
+    {
+        TestProject p;
+        FyBlBusiness::GetInstance()->setValue(p.current, "计日工", 18600.0);
+        double result = 0;
+        QString error;
+        QVERIFY(LxGzXmQdJJjbBusiness::CalculateFormula(p.current, "计日工/2", result, error));
+        QCOMPARE(result, 9300.0);
+        QVERIFY(!LxGzXmQdJJjbBusiness::CalculateFormula(p.current, "  ", result, error));
+        QVERIFY(error.isEmpty());
+        QVERIFY(!LxGzXmQdJJjbBusiness::CalculateFormula(p.current, "abc", result, error));
+    }
+
+    void systemVariables()
+    {
+        TestProject p;
+        QVERIFY(XtBlBusiness::ChangeXtBl(p.index, 0, 3, 25, QString("规费税金清单")));
+        QCOMPARE(XtBlBusiness::GetSJXtBlValue(p.unit, 25).toString(), QString("规费税金清单"));
+        QVERIFY(p.project->isProjectWorkChanged());
+        QVERIFY(!XtBlBusiness::ChangeXtBl(p.index, 0, 99, 25, QString("x")));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_Business)
+#include "tst_Business.moc"
