@@ -47,8 +47,10 @@ MainWindow::MainWindow(QWidget* parent)
     m_tree->setMinimumWidth(220);
     m_tree->setStyleSheet(QStringLiteral("QTreeView { background: #fbfcfe; border: none; }"));
     connect(m_tree, &QTreeView::clicked, this, [this](const QModelIndex& index) {
-        if (ProTreeNode* node = m_treeModel->nodeAt(index))
+        if (ProTreeNode* node = m_treeModel->nodeAt(index)) {
+            m_currentNode = node;
             m_host->send(74, QVariant::fromValue(node));
+        }
     });
 
     auto* centreLayout = new QGridLayout(m_centre);
@@ -82,6 +84,11 @@ MainWindow::MainWindow(QWidget* parent)
         m_host->send(5, QVariant::fromValue(MsgExplain::MenuComboInfo{item, text}));
     });
     connect(m_host, &ModuleHost::ribbonRequested, this, &MainWindow::onRibbonRequested);
+    // A page shown for the first time learns the selected node like any other.
+    connect(m_host, &ModuleHost::pageChanged, this, [this] {
+        if (m_currentNode)
+            m_host->send(79, QVariant::fromValue(m_currentNode));
+    });
     connect(RURecordControl::GetInstance(), &RURecordControl::signalRecordPushed, this, [this] { updateTitle(); });
     buildMenus();
     updateTitle();
@@ -193,6 +200,7 @@ void MainWindow::closeProject()
     // Pages hold the project's rows: the container goes before the project does.
     m_host->destroyContainer();
     m_treeModel->setProject(nullptr);
+    m_currentNode = nullptr;
     DataManagement::getInstance()->CloseProjectWorks(m_projectIndex);
     m_projectIndex = -1;
 }
@@ -248,6 +256,7 @@ void MainWindow::selectNode(ProTreeNode* node)
 {
     const QModelIndex index = m_treeModel->indexOf(node);
     m_tree->setCurrentIndex(index);
+    m_currentNode = node;
     m_host->send(74, QVariant::fromValue(node));
 }
 
@@ -341,8 +350,6 @@ QStringList MainWindow::takeScreenshots(const QString& dir, ProTreeNode* node)
                                QStringLiteral("需评审的材料清单"), QStringLiteral("暂估材料(工程设备)清单")};
     for (int i = 0; i < pages.size(); ++i) {
         m_host->send(49, QVariant::fromValue(MsgExplain::ToChangeActivePageInfo{pages.at(i)}));
-        if (node)
-            m_host->send(74, QVariant::fromValue(node)); // a page created just now loads the node
         for (int n = 0; n < 5; ++n)
             QApplication::processEvents();
         const QString file = QDir(dir).filePath(QStringLiteral("%1-%2.png").arg(i + 1).arg(pages.at(i)));

@@ -61,4 +61,5 @@ private:
     QLabel* m_pageLabel;
     QMenu* m_recentMenu = nullptr;
     int m_projectIndex = -1;
+    ProTreeNode* m_currentNode = nullptr;
 };
