@@ -435,9 +435,10 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
             table->SetReadOnlyLocked(true);
     }
 
+    // Rows are written table by table in order, so the insertion order is the load order.
     q.setForwardOnly(true);
     if (!q.exec(QStringLiteral("SELECT node_id, audit, table_type, kind, block, height, note, fields FROM row"
-                               " ORDER BY node_id, audit, table_type, ord")))
+                               " ORDER BY rowid")))
         return fail(damaged.arg(q.lastError().text()));
     qint64 rows = 0;
     int lastNode = -1, lastAudit = -1, lastType = -1;
