@@ -183,14 +183,15 @@ void fillMaterials(ConstructionWorks* works, QRandomGenerator& random, int unitI
     }
 }
 
-void fillProjectLists(ConstructionWorks* root, const QList<ConstructionWorks*>& units)
+// The materials lists of one works (a unit project, or the project root for the whole
+// project), as the summaries would leave them: from the given works' materials.
+void fillMaterialLists(ConstructionWorks* target, ConstructionWorks* source)
 {
-    // The project-wide materials lists, as the summaries would leave them.
-    ZgjClHzTable* provisional = root->getTenderInventory()->getZgjClHzTable();
-    ZbrClGzfQdTable* purchased = root->getTenderInventory()->getZbrClGzfQdTable();
-    SjCqXPsClTable* evaluated = root->getTenderInventory()->getSjCqXPsClHzTable();
+    ZgjClHzTable* provisional = target->getTenderInventory()->getZgjClHzTable();
+    ZbrClGzfQdTable* purchased = target->getTenderInventory()->getZbrClGzfQdTable();
+    SjCqXPsClTable* evaluated = target->getTenderInventory()->getSjCqXPsClHzTable();
     int serial = 0;
-    for (const BaseDataItem* m : units.first()->getRcjHzTable()->items()) {
+    for (const BaseDataItem* m : source->getRcjHzTable()->items()) {
         if (m->getValue(11).toBool()) {
             ++serial;
             addRow(provisional, 1, {{1, serial}, {2, QStringLiteral("ZG%1").arg(serial, 3, 10, QLatin1Char('0'))},
@@ -249,6 +250,7 @@ std::unique_ptr<ProjectWorks> BuildSampleProject()
                 fillOtherItems(works, divisional);
                 fillDaywork(works, unitIndex + audit);
                 fillFees(works, unitIndex % 2 == 0);
+                fillMaterialLists(works, works);
                 FyBlBusiness::GetInstance()->RecalculateFyBl(works);
                 if (audit == 0)
                     units << works;
@@ -256,7 +258,7 @@ std::unique_ptr<ProjectWorks> BuildSampleProject()
             ++unitIndex;
         }
     }
-    fillProjectLists(rootWorks, units);
+    fillMaterialLists(rootWorks, units.first());
     project->setProjectWorkChanged(false);
     return project;
 }

@@ -74,7 +74,8 @@ QWidget* RibbonWidget::makeItem(const RibbonItem& item, QWidget* parent)
         return box;
     }
     auto* button = new QToolButton(parent);
-    button->setText(item.text);
+    // "&" in a command text ("刷新数量&价格") is text, not a mnemonic.
+    button->setText(QString(item.text).replace(QLatin1Char('&'), QStringLiteral("&&")));
     button->setIcon(iconFor(item.icon, style()));
     button->setIconSize(QSize(24, 24));
     button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
@@ -86,7 +87,7 @@ QWidget* RibbonWidget::makeItem(const RibbonItem& item, QWidget* parent)
         if (!menu) {
             menu = new QMenu(button);
             for (const QString& sub : item.items)
-                connect(menu->addAction(sub), &QAction::triggered, this, [this, sub] { emit commandTriggered(sub); });
+                connect(menu->addAction(QString(sub).replace(QLatin1Char('&'), QStringLiteral("&&"))), &QAction::triggered, this, [this, sub] { emit commandTriggered(sub); });
         }
         button->setMenu(menu);
         button->setPopupMode(QToolButton::InstantPopup);

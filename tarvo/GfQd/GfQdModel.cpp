@@ -34,6 +34,8 @@ QVariant GfQdModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         if (field == RateField)
             return rateText(item->getValue(RateField));
+        if (field == AmountField || field == 6)
+            return moneyText(item->getValue(field));
         return BillModel::data(index, role);
     case Qt::TextAlignmentRole:
         if (field == 1)

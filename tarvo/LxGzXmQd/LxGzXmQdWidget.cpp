@@ -44,9 +44,10 @@ void LxGzXmQdWidget::InitWidget()
     grids->setHandleWidth(6);
     contentLayout->addWidget(grids);
 
-    // The labour-rate query panel takes this place.
+    // The labour-rate query panel's place; it stays hidden until the panel fills it.
     auto* sporadic = new QWidget(splitter);
     sporadic->setObjectName(QStringLiteral("sporadicWorksWidget"));
+    sporadic->hide();
     splitter->addWidget(content);
     splitter->addWidget(sporadic);
     splitter->setSizes({400, 400});

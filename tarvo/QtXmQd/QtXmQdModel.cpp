@@ -32,7 +32,9 @@ QVariant QtXmQdModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         // A calculation row shows what its formula comes to.
         if (calculation && field == AmountField)
-            return item->getValueStr(EvaluatedAmountField);
+            return moneyText(item->getValue(EvaluatedAmountField));
+        if (field == AmountField)
+            return moneyText(item->getValue(AmountField));
         return BillModel::data(index, role);
     case Qt::EditRole:
         if (calculation && field == AmountField)

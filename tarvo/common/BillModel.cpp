@@ -79,6 +79,15 @@ bool BillModel::evaluateNumeric(QVariant& value) const
     return true;
 }
 
+QString BillModel::moneyText(const QVariant& value)
+{
+    if (!value.isValid())
+        return QString();
+    bool ok = false;
+    const double number = value.toString().toDouble(&ok);
+    return ok ? QString::number(number, 'f', 2) : value.toString();
+}
+
 OperatingUIInfo BillModel::undoInfo(int operType, const QString& text) const
 {
     const ConstructionWorks* w = works();

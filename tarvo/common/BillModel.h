@@ -30,6 +30,9 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
+    // Money as estimators read it: two decimals; empty stays empty, text stays text.
+    static QString moneyText(const QVariant& value);
+
     // The record info of this model's table with the given operation and label.
     OperatingUIInfo undoInfo(int operType, const QString& text) const;
     // Runs a change of the table as one undo step with the given operation and label.

@@ -47,7 +47,9 @@ QVariant MaterialListModel::data(const QModelIndex& index, int role) const
             const QString text = item->getValueStr(field);
             bool ok = false;
             const double value = text.toDouble(&ok);
-            return ok && std::fabs(value) < 1e-6 ? QString() : text;
+            if (ok && std::fabs(value) < 1e-6)
+                return QString();
+            return field == 10 && role == Qt::DisplayRole ? moneyText(value) : text;
         }
         return item->getValue(field);
     case Qt::FontRole:

@@ -69,7 +69,7 @@ private slots:
         const QModelIndex amount = grid->model()->index(0, 3);
         const QString before = amount.data().toString();
         QVERIFY(grid->model()->setData(amount, "123456"));
-        QCOMPARE(amount.data().toString(), QString("123456"));
+        QCOMPARE(amount.data().toString(), QString("123456.00"));
         QVERIFY(window.project()->isProjectWorkChanged());
 
         auto* undo = window.findChild<QAction*>("undoAction");
@@ -77,20 +77,20 @@ private slots:
         undo->trigger();
         QCOMPARE(grid->model()->index(0, 3).data().toString(), before);
         window.findChild<QAction*>("redoAction")->trigger();
-        QCOMPARE(grid->model()->index(0, 3).data().toString(), QString("123456"));
+        QCOMPARE(grid->model()->index(0, 3).data().toString(), QString("123456.00"));
 
         const QString file = m_dir.filePath("saved.tarvo");
         QVERIFY(window.saveAs(file));
         QVERIFY(!window.project()->isProjectWorkChanged());
         QVERIFY(window.openProject(file));
-        QCOMPARE(currentGrid(window)->model()->index(0, 3).data().toString(), QString("123456"));
+        QCOMPARE(currentGrid(window)->model()->index(0, 3).data().toString(), QString("123456.00"));
         QCOMPARE(RURecordControl::GetInstance()->undoStack()->count(), 0);
 
         // A tree click on a single project changes nothing in the grid.
         auto* model = static_cast<ProjectTreeModel*>(window.tree()->model());
         const QModelIndex single = model->index(0, 0, model->index(0, 0));
         window.tree()->clicked(single);
-        QCOMPARE(currentGrid(window)->model()->index(0, 3).data().toString(), QString("123456"));
+        QCOMPARE(currentGrid(window)->model()->index(0, 3).data().toString(), QString("123456.00"));
     }
 
     void badFilesLeaveTheOpenProject()
