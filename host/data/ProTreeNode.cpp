@@ -25,3 +25,14 @@ QList<ProTreeNode*> ProTreeNode::subtree()
         list += child->subtree();
     return list;
 }
+
+ProTreeNode* ProTreeNode::FromVariant(const QVariant* payload)
+{
+    if (!payload)
+        return nullptr;
+    const int type = qMetaTypeId<ProTreeNode*>();
+    if (payload->userType() == type)
+        return payload->value<ProTreeNode*>();
+    QVariant copy = *payload;
+    return copy.convert(type) ? copy.value<ProTreeNode*>() : nullptr;
+}

@@ -3,6 +3,7 @@
 #include <QList>
 #include <QMetaType>
 #include <QString>
+#include <QVariant>
 
 // A node of the project tree. Types: 0 works node (the construction project and each unit
 // project), 1 single project (单项工程). The static accessors are what messages carry.
@@ -22,6 +23,8 @@ public:
     static int Types(const ProTreeNode* node) { return node ? node->m_type : -1; }
     static QString Name(const ProTreeNode* node) { return node ? node->m_name : QString(); }
     static bool CheckWithSSVersion(const ProTreeNode* node) { return node && node->m_hasSs; }
+    // The node a message payload carries, directly or by conversion; null when it carries none.
+    static ProTreeNode* FromVariant(const QVariant* payload);
 
     ProTreeNode* parent() const { return m_parent; }
     const QList<ProTreeNode*>& children() const { return m_children; }

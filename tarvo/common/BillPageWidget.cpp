@@ -76,13 +76,10 @@ void BillPageWidget::SwitchIntoSsState(bool on)
 void BillPageWidget::ProcMsg(int msgId, QVariant* payload)
 {
     TarvoGuard::run(sourceFile(), __LINE__, tag("ProcMsg"), [&] {
-        if ((msgId == 74 || msgId == 79) && payload) {
-            QVariant copy = *payload;
-            if (copy.convert(qMetaTypeId<ProTreeNode*>())) {
-                if (ProTreeNode* node = copy.value<ProTreeNode*>()) {
-                    m_hasSs = ProTreeNode::CheckWithSSVersion(node);
-                    SwitchIntoSsState(m_hasSs);
-                }
+        if (msgId == 74 || msgId == 79) {
+            if (ProTreeNode* node = ProTreeNode::FromVariant(payload)) {
+                m_hasSs = ProTreeNode::CheckWithSSVersion(node);
+                SwitchIntoSsState(m_hasSs);
             }
         }
         m_sj->ProcMsg(msgId, payload);

@@ -17,21 +17,6 @@
 #include <QGridLayout>
 #include <QHeaderView>
 
-namespace {
-
-ProTreeNode* nodeOf(QVariant* payload)
-{
-    if (!payload)
-        return nullptr;
-    const int type = qMetaTypeId<ProTreeNode*>();
-    if (payload->userType() == type)
-        return payload->value<ProTreeNode*>();
-    QVariant copy = *payload;
-    return copy.convert(type) ? copy.value<ProTreeNode*>() : nullptr;
-}
-
-} // namespace
-
 BillSjWidget::BillSjWidget(AuditBusiness* audit, QWidget* parent) : zBaseWidget(parent), m_audit(audit)
 {
     installEventFilter(this);
@@ -128,7 +113,7 @@ void BillSjWidget::answerTemplateList()
 
 void BillSjWidget::loadNode(QVariant* payload, int msgId)
 {
-    ProTreeNode* node = nodeOf(payload);
+    ProTreeNode* node = ProTreeNode::FromVariant(payload);
     if (!node)
         return;
     if (ProTreeNode::Types(node) != 0) {

@@ -36,7 +36,7 @@ void BillSsWidget::ProcMsg(int msgId, QVariant* payload)
 {
     TarvoGuard::run(sourceFile(), __LINE__, className() + QStringLiteral("::ProcMsg"), [&] {
         if (msgId == 74 || msgId == 79) {
-            ProTreeNode* node = payload ? payload->value<ProTreeNode*>() : nullptr;
+            ProTreeNode* node = ProTreeNode::FromVariant(payload);
             if (!node || ProTreeNode::Types(node) != 0)
                 return;
             // The submitted version of the same node.

@@ -61,17 +61,6 @@ const QList<PageClass>& pageClasses()
     return classes;
 }
 
-ProTreeNode* nodeFrom(QVariant* payload)
-{
-    if (!payload)
-        return nullptr;
-    const int type = qMetaTypeId<ProTreeNode*>();
-    if (payload->userType() == type)
-        return payload->value<ProTreeNode*>();
-    QVariant copy = *payload;
-    return copy.convert(type) ? copy.value<ProTreeNode*>() : nullptr;
-}
-
 } // namespace
 
 TarvoWidget::TarvoWidget(const QMap<QString, SerContentInfo>& serviceContent,
@@ -226,7 +215,7 @@ void TarvoWidget::ProcessProjectTreeClickedMsg(QVariant* payload)
 {
     TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::ProcessProjectTreeClickedMsg")
     {
-        if (ProTreeNode* node = nodeFrom(payload))
+        if (ProTreeNode* node = ProTreeNode::FromVariant(payload))
             m_currentNode = node;
     };
 }
