@@ -161,7 +161,7 @@ void fillMaterials(ConstructionWorks* works, QRandomGenerator& random, int unitI
     const int catalogue = int(std::size(kMaterials));
     for (int i = 0; i < count; ++i) {
         const Material& m = kMaterials[i % catalogue];
-        // Beyond the catalogue, variants of the same material in other specifications.
+        // Beyond the catalogue, variants of the same material in other models.
         const QString spec = i < catalogue ? text(m.spec) : QString(text(m.spec) + QStringLiteral(" 型%1").arg(i / catalogue));
         const double quantity = std::round(random.bounded(20, 5000) * 1.0 + random.generateDouble() * 100) / 100.0;
         double adjusted = m.price * (1.0 + (random.bounded(0, 9) - 4) / 100.0);
