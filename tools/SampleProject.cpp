@@ -224,6 +224,8 @@ std::unique_ptr<ProjectWorks> BuildSampleProject()
     auto project = std::make_unique<ProjectWorks>(1001, QStringLiteral("成都市某学校新建工程"));
     ProTreeNode* root = project->AddNode(nullptr, 1, ProTreeNode::WorksNode, project->name());
     ConstructionWorks* rootWorks = project->ensureWorks(0, 1);
+    // The pricing model's fees-and-taxes template.
+    project->GetPriceModelConfig()->setItem(5, QStringLiteral("2020定额规费税金清单-一般计税"));
 
     const struct
     {

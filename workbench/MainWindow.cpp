@@ -81,7 +81,7 @@ MainWindow::MainWindow(QWidget* parent)
 
     connect(m_ribbon, &RibbonWidget::commandTriggered, this, [this](const QString& text) { m_host->send(6, text); });
     connect(m_ribbon, &RibbonWidget::comboChanged, this, [this](const QString& item, const QString& text) {
-        m_host->send(5, QVariant::fromValue(MsgExplain::MenuComboInfo{item, text}));
+        m_host->send(6, QVariant::fromValue(MsgExplain::MenuComboInfo{item, text}));
     });
     connect(m_host, &ModuleHost::ribbonRequested, this, &MainWindow::onRibbonRequested);
     // A page shown for the first time learns the selected node like any other.

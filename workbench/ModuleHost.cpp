@@ -126,6 +126,8 @@ void ModuleHost::onModuleMessage(int target, int msgId, const QVariant& payload)
         const auto info = payload.value<MsgExplain::ToChangeMenuItemInfo>();
         if (info.nType == 3)
             MenuBarManager::getInstance()->SetComboText(info.strText, info.value.toString());
+        else if (info.nType == 4)
+            MenuBarManager::getInstance()->SetComboItems(info.strText, info.value.toStringList());
         else
             MenuBarManager::getInstance()->SetItemState(info.strText, info.nState);
         break;

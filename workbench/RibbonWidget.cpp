@@ -35,6 +35,14 @@ QIcon iconFor(const QString& name, QStyle* style)
     return style->standardIcon(icons.value(name, QStyle::SP_FileIcon));
 }
 
+QStringList itemsOf(const QComboBox* combo)
+{
+    QStringList items;
+    for (int i = 0; i < combo->count(); ++i)
+        items << combo->itemText(i);
+    return items;
+}
+
 } // namespace
 
 RibbonWidget::RibbonWidget(QWidget* parent) : QWidget(parent), m_layout(new QHBoxLayout(this))
@@ -141,7 +149,12 @@ void RibbonWidget::updateState(const QString& text)
     MenuBarManager* manager = MenuBarManager::getInstance();
     widget->setEnabled(manager->isEnabled(text));
     if (auto* combo = widget->findChild<QComboBox*>()) {
-        const QString value = manager->comboText(text);
-        combo->setCurrentIndex(combo->findText(value));
+        if (manager->hasComboItems(text) && manager->comboItems(text) != QStringList(itemsOf(combo))) {
+            const QSignalBlocker blocker(combo);
+            combo->clear();
+            combo->addItems(manager->comboItems(text));
+        }
+        const QSignalBlocker blocker(combo);
+        combo->setCurrentIndex(combo->findText(manager->comboText(text)));
     }
 }

@@ -86,7 +86,7 @@ void GfQdBusiness::CalculateGfQdTable(ConstructionWorks* works, GfSjQdTable* tab
             double base = 0;
             QString error;
             const QString expr = item->getValue(3).toString();
-            if (!expr.trimmed().isEmpty() && !VXParseAlg::getInstance()->ExpCalc(expr, vars, base, error))
+            if (!expr.trimmed().isEmpty() && !VXParseAlg::getInstance()->ExpCalc(expr, vars, base, error, true))
                 base = 0;
             item->setValue(6, round2(base));
             const double amount = round2(base * item->getDouble(4) / 100.0);
@@ -101,4 +101,18 @@ void GfQdBusiness::CalculateGfQdTable(ConstructionWorks* works, GfSjQdTable* tab
     const double taxes = calculate(Tax);
     if (works && table->getOwner())
         fyBl->setValue(works, QStringLiteral("税金"), round2(taxes));
+}
+
+void GfQdBusiness::ReplaceTableContentFromOther(GfSjQdTable* target, const GfSjQdTable* source)
+{
+    if (!target || !source)
+        return;
+    target->Clear();
+    for (const BaseDataItem* from : source->items()) {
+        BaseDataItem* item = target->CreateItem();
+        item->loadState(from->getKind(), false, from->getRowHeight(), from->getNote());
+        for (int f = 0; f < from->fieldCount(); ++f)
+            item->loadValue(f, from->getValue(f));
+        target->BaseDataItemAppend(item);
+    }
 }

@@ -24,4 +24,6 @@ public:
     static bool GridRowCanMove(GfSjQdTable* table, int from, int to);
     static bool GridRowMove(GfSjQdTable* table, int from, int to);
     static void CalculateGfQdTable(ConstructionWorks* works, GfSjQdTable* table);
+    // Replaces the list's rows by copies of the source's rows (journalled on the list).
+    static void ReplaceTableContentFromOther(GfSjQdTable* target, const GfSjQdTable* source);
 };

@@ -102,7 +102,7 @@ void QtXmQdJJjbBusiness::CalculateTable(ConstructionWorks* works, QtXmQdHzTable*
             continue;
         double result = 0;
         QString error;
-        if (!VXParseAlg::getInstance()->ExpCalc(item->getValue(3).toString(), vars, result, error))
+        if (!VXParseAlg::getInstance()->ExpCalc(item->getValue(3).toString(), vars, result, error, true))
             result = 0;
         item->setValue(6, round2(result));
     }

@@ -5,6 +5,7 @@
 #include <muParser.h>
 
 #include <cmath>
+#include <deque>
 #include <string>
 #include <vector>
 
@@ -47,6 +48,14 @@ void prepare(mu::Parser& parser)
     parser.DefineNameChars(chars.c_str());
 }
 
+double* zeroVariable(const char* name, void* store)
+{
+    Q_UNUSED(name)
+    auto* values = static_cast<std::deque<double>*>(store);
+    values->push_back(0.0);
+    return &values->back();
+}
+
 QString parserError(const mu::Parser::exception_type& e)
 {
     return QString::fromStdString(e.GetMsg());
@@ -55,7 +64,7 @@ QString parserError(const mu::Parser::exception_type& e)
 } // namespace
 
 bool VXParseAlg::ExpCalc(const QString& expr, const QHash<QString, double>& vars, double& result,
-                         QString& error) const
+                         QString& error, bool unknownAsZero) const
 {
     QString text = ReplaceFormulaItem(expr);
     // "3%" is three hundredths, as estimators write rates.
@@ -76,6 +85,9 @@ bool VXParseAlg::ExpCalc(const QString& expr, const QHash<QString, double>& vars
             if (text.contains(it.key()))
                 parser.DefineVar(name.toStdString(), &values.back());
         }
+        std::deque<double> unknown;
+        if (unknownAsZero)
+            parser.SetVarFactory(&zeroVariable, &unknown);
         parser.SetExpr(text.toUtf8().toStdString());
         result = parser.Eval();
         if (!std::isfinite(result)) {

@@ -84,6 +84,12 @@ void MenuBarManager::SetComboText(const QString& item, const QString& text)
     emit itemStateChanged(item);
 }
 
+void MenuBarManager::SetComboItems(const QString& item, const QStringList& choices)
+{
+    m_comboItems.insert(item, choices);
+    emit itemStateChanged(item);
+}
+
 void MenuBarManager::reset()
 {
     m_states.clear();

@@ -54,6 +54,10 @@ public:
     bool isEnabled(const QString& text) const { return itemState(text) != 3; }
     void SetComboText(const QString& item, const QString& text);
     QString comboText(const QString& item) const { return m_comboTexts.value(item); }
+    // The choices of a combo, when a page gives them (otherwise the configured ones).
+    void SetComboItems(const QString& item, const QStringList& choices);
+    QStringList comboItems(const QString& item) const { return m_comboItems.value(item); }
+    bool hasComboItems(const QString& item) const { return m_comboItems.contains(item); }
     void reset();
 
 signals:
@@ -64,5 +68,6 @@ private:
     MenuBarManager() = default;
     QHash<QString, int> m_states;
     QHash<QString, QString> m_comboTexts;
+    QHash<QString, QStringList> m_comboItems;
     QHash<QString, QPointer<QMenu>> m_menus;
 };

@@ -26,6 +26,7 @@ public:
     int columnOfField(int field) const;
     bool isEditing() const { return state() == QAbstractItemView::EditingState; }
     void closeEditor(); // commits and closes an open cell editor
+    int contentHeightOfRow(int row) const { return sizeHintForRow(row); }
 
     void setModel(QAbstractItemModel* model) override;
 

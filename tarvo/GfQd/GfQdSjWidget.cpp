@@ -1,14 +1,44 @@
 #include "GfQdSjWidget.h"
 
 #include "GfQdModel.h"
+#include "TarvoGuard.h"
 
+#include "AuditBusiness.h"
+#include "Communication.h"
+#include "DataManagement.h"
 #include "GfQdBusiness.h"
+#include "HostConstants.h"
+#include "MsgExplain.h"
+#include "SharedInterface.h"
+#include "TemplateAccess.h"
+#include "XtBlBusiness.h"
+#include "zFileDialog.h"
+#include "zMessageBox.h"
+#include "zTableView.h"
 
-#include "ConstructionWorks.h"
+#include <QDebug>
+#include <QDir>
+#include <QFileInfo>
+#include <QMenu>
+#include <QRegularExpression>
+
+namespace {
+
+// System variable that remembers the fee template last saved for the unit project.
+constexpr int SavedTemplateXtBl = 5;
+
+QString templatePath(const QString& name)
+{
+    return GfQdSjWidget::TemplateDir() + name + HostConstants::GfQdTemplateFileProfix;
+}
+
+} // namespace
 
 GfQdSjWidget::GfQdSjWidget(AuditBusiness* audit, QWidget* parent) : BillSjWidget(audit, parent)
 {
     init(new GfQdModel(this));
+    view()->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(view(), &QWidget::customContextMenuRequested, this, &GfQdSjWidget::showContextMenu);
 }
 
 GeneralTableBase* GfQdSjWidget::pageTable(ConstructionWorks* works) const
@@ -28,6 +58,195 @@ bool GfQdSjWidget::canMoveRows(int from, int to) const
 
 bool GfQdSjWidget::moveRows(int from, int to)
 {
-    GfSjQdTable* t = pageTable();
-    return GfQdBusiness::GridRowMove(t, from, to);
+    return GfQdBusiness::GridRowMove(pageTable(), from, to);
+}
+
+QString GfQdSjWidget::TemplateDir()
+{
+    return SharedInterface::GetAppPath() + HostConstants::SubGCSZDir;
+}
+
+QStringList GfQdSjWidget::TemplateNames()
+{
+    const QString suffix = HostConstants::GfQdTemplateFileProfix;
+    QStringList names;
+    const QFileInfoList files = QDir(TemplateDir()).entryInfoList(
+        {QLatin1Char('*') + suffix}, QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDir::Name);
+    for (const QFileInfo& file : files)
+        names << file.fileName().chopped(suffix.size());
+    return names;
+}
+
+void GfQdSjWidget::announceTemplates(const QString& current)
+{
+    MsgExplain::ToChangeMenuItemInfo list{QStringLiteral("模板选择"), 0, 4, QVariant(TemplateNames())};
+    Communication::GetInstance()->SendMsg(4, 47, QVariant::fromValue(list));
+    MsgExplain::ToChangeMenuItemInfo choice{QStringLiteral("模板选择"), 0, 3, QVariant(current)};
+    Communication::GetInstance()->SendMsg(4, 47, QVariant::fromValue(choice));
+}
+
+void GfQdSjWidget::UpdateCurFeesItemTemp()
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("UpdateCurFeesItemTemp"), [&] {
+        if (!node())
+            return;
+        QString name;
+        const PriceModelConfig* config =
+            DataManagement::getInstance()->GetPriceModelConfig(ProTreeNode::ProjectIndex(node()));
+        if (config && config->objectType() == ConfigOfConstruction::ObjectType)
+            name = config->getItem(5).toString();
+        qDebug().noquote() << QStringLiteral("Default Template:") << name;
+        announceTemplates(!name.isEmpty() && QFileInfo::exists(templatePath(name)) ? name : QString());
+    });
+}
+
+void GfQdSjWidget::onActivated()
+{
+    BillSjWidget::onActivated();
+    UpdateCurFeesItemTemp();
+}
+
+void GfQdSjWidget::onNodeLoaded()
+{
+    UpdateCurFeesItemTemp();
+}
+
+void GfQdSjWidget::CurGfSjTamplateChanged(const QString& name)
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("CurGfSjTamplateChanged"), [&] {
+        GfSjQdTable* list = pageTable();
+        const QString path = templatePath(name);
+        if (!list || isLocked() || name.isEmpty() || !QFileInfo::exists(path))
+            return; // no such template: the list stays as it is
+        GfSjQdTable temporary;
+        QString error;
+        if (!TemplateAccess::ReadTemplateFile(path, &temporary, GfSjQdTable::Type, &error)) {
+            showWarning(this, QStringLiteral("提示"), error);
+            return;
+        }
+        model()->recorded(8, QStringLiteral("调用内容模板"), [&] {
+            GfQdBusiness::ReplaceTableContentFromOther(list, &temporary);
+            GfQdBusiness::CalculateGfQdTable(works(), list);
+            if (ProjectWorks* owner = list->getOwner())
+                owner->setProjectWorkChanged(true);
+            return true;
+        });
+        if (audit())
+            audit()->CreateRelationByTable(3);
+    });
+}
+
+void GfQdSjWidget::SaveTemplate()
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("SaveTemplate"), [&] {
+        GfSjQdTable* list = pageTable();
+        if (!list)
+            return;
+        bool ok = false;
+        const QString name =
+            zFileDialog::getText(this, QStringLiteral("保存模板"), QStringLiteral("模板名称："), QString(), &ok).trimmed();
+        if (!ok || name.isEmpty())
+            return;
+        static const QRegularExpression invalid(QStringLiteral("[\\\\/:*?\"<>|]"));
+        if (name.contains(invalid) || name.startsWith(QLatin1Char('.'))) {
+            showWarning(this, QStringLiteral("提示"), QStringLiteral("模板名称“%1”无效，请重新输入。").arg(name));
+            return;
+        }
+        GfSjQdTable copy;
+        GfQdBusiness::ReplaceTableContentFromOther(&copy, list);
+        QDir().mkpath(TemplateDir());
+        QString error;
+        if (!TemplateAccess::WriteTemplateFile(templatePath(name), &copy, GfSjQdTable::Type, &error)) {
+            showWarning(this, QStringLiteral("提示"), error);
+            return;
+        }
+        showInformation(this, QStringLiteral("信息"), QStringLiteral("保存成功！"));
+        announceTemplates(name);
+        if (works())
+            XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), works()->getAuditId(), works()->getNodeId(),
+                                     SavedTemplateXtBl, name);
+    });
+}
+
+void GfQdSjWidget::InsertRow()
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("InsertRow"), [&] {
+        if (!pageTable() || isLocked())
+            return;
+        const int row = view()->currentIndex().isValid() ? view()->currentIndex().row() : -1;
+        model()->recorded(8, QStringLiteral("插入行"), [&] {
+            BaseDataItem* item = row >= 0 ? GfQdBusiness::InsertItem(works(), pageTable(), row)
+                                          : GfQdBusiness::AppendItem(works(), pageTable());
+            return item != nullptr;
+        });
+    });
+}
+
+void GfQdSjWidget::DeleteCurrentRow(const QString& label)
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("DeleteCurrentRow"), [&] {
+        view()->closeEditor();
+        const int row = view()->currentIndex().isValid() ? view()->currentIndex().row() : -1;
+        BaseDataItem* item = pageTable() ? pageTable()->at(row) : nullptr;
+        if (!item || isLocked())
+            return;
+        // The row goes whether or not it holds data: undo brings it back.
+        model()->recorded(8, label, [&] { return GfQdBusiness::RemoveItem(works(), pageTable(), item); });
+        ChangeDelAndInsAcState(qMin(row, model()->rowCount() - 1));
+    });
+}
+
+void GfQdSjWidget::ClearAllRows()
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("ClearAllRows"), [&] {
+        if (!pageTable() || isLocked())
+            return;
+        if (showInformation(this, QStringLiteral("操作提示"), QStringLiteral("你确定清除所有行内容吗"),
+                            QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Question)
+            != QMessageBox::Ok)
+            return;
+        model()->recorded(8, QStringLiteral("清除所有行"), [&] {
+            pageTable()->Clear();
+            GfQdBusiness::CalculateGfQdTable(works(), pageTable());
+            return true;
+        });
+    });
+}
+
+void GfQdSjWidget::onRibbonCommand(const QVariant& payload)
+{
+    if (payload.userType() == qMetaTypeId<MsgExplain::MenuComboInfo>()) {
+        const auto combo = payload.value<MsgExplain::MenuComboInfo>();
+        if (combo.strItem == QStringLiteral("模板选择"))
+            CurGfSjTamplateChanged(combo.strText);
+        return;
+    }
+    const QString command = payload.toString();
+    if (command == QStringLiteral("插入行"))
+        InsertRow();
+    else if (command == QStringLiteral("招投标-删除行"))
+        DeleteCurrentRow(command);
+    else if (command == QStringLiteral("另存模板"))
+        SaveTemplate();
+    else if (command == QStringLiteral("清除所有行"))
+        ClearAllRows();
+    else
+        BillSjWidget::onRibbonCommand(payload);
+}
+
+void GfQdSjWidget::showContextMenu(const QPoint& pos)
+{
+    QMenu menu(this);
+    QMenu* apply = menu.addMenu(QStringLiteral("调用内容模板"));
+    for (const QString& name : TemplateNames())
+        connect(apply->addAction(name), &QAction::triggered, this, [this, name] { CurGfSjTamplateChanged(name); });
+    connect(menu.addAction(QStringLiteral("保存内容模板")), &QAction::triggered, this, &GfQdSjWidget::SaveTemplate);
+    menu.addSeparator();
+    connect(menu.addAction(QStringLiteral("插入行")), &QAction::triggered, this, &GfQdSjWidget::InsertRow);
+    connect(menu.addAction(QStringLiteral("删除当前行")), &QAction::triggered, this,
+            [this] { DeleteCurrentRow(QStringLiteral("删除当前行")); });
+    const bool locked = isLocked();
+    for (QAction* action : menu.actions())
+        action->setEnabled(!locked || action->text() == QStringLiteral("保存内容模板"));
+    menu.exec(view()->viewport()->mapToGlobal(pos));
 }

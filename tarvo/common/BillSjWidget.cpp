@@ -42,10 +42,15 @@ void BillSjWidget::init(BillModel* model)
     connect(m_view, &zTableView::signalMouseMoveRows, this, &BillSjWidget::slotMouseMoveRows);
     connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) { ChangeDelAndInsAcState(current.row()); });
+    // A reset drops the view's current cell: the user keeps their place (clamped to the rows
+    // left), and the ribbon follows it.
+    connect(m_model, &QAbstractItemModel::modelAboutToBeReset, this, [this] {
+        m_keptCell = {m_view->currentIndex().row(), m_view->currentIndex().column()};
+    });
     connect(m_model, &QAbstractItemModel::modelReset, this, [this] {
-        // A reset drops the selection model's current index; keep the ribbon in step.
-        if (m_audit)
-            m_audit->CreateRelationByTable();
+        const int rows = m_model->rowCount();
+        if (m_keptCell.first >= 0 && rows > 0)
+            m_view->setCurrentIndex(m_model->index(qMin(m_keptCell.first, rows - 1), qMax(0, m_keptCell.second)));
     });
 }
 
@@ -79,7 +84,13 @@ void BillSjWidget::ProcMsg(int msgId, QVariant* payload)
             onSettingsChanged(value);
             break;
         case 6:
-            if (!m_view->isEditing())
+            if (m_view->isEditing())
+                break;
+            if (value.toString() == QStringLiteral("表格自适应行高"))
+                FitRowHeights(false);
+            else if (value.toString() == QStringLiteral("表格置最小行高"))
+                FitRowHeights(true);
+            else
                 onRibbonCommand(value);
             break;
         case 7002:
@@ -126,6 +137,7 @@ void BillSjWidget::loadNode(QVariant* payload, int msgId)
     ConstructionWorks* works = DataManagement::getInstance()->GetProObjectForDisplay(
         ProTreeNode::ProjectIndex(node), ProTreeNode::AuditVersion(node), ProTreeNode::Id(node));
     m_view->clearSelection();
+    m_view->setCurrentIndex(QModelIndex()); // another table: no kept place
     m_node = node;
     m_works = works;
     m_table = works ? pageTable(works) : nullptr;
@@ -134,6 +146,7 @@ void BillSjWidget::loadNode(QVariant* payload, int msgId)
         m_audit->SetTableSource(m_table);
     RefreshGrid();
     applyReadOnly();
+    onNodeLoaded();
 }
 
 void BillSjWidget::applyReadOnly()
@@ -146,10 +159,27 @@ void BillSjWidget::applyReadOnly()
 
 void BillSjWidget::RefreshGrid()
 {
-    const QModelIndex current = m_view->currentIndex();
     m_model->resetModel();
-    if (current.isValid() && current.row() < m_model->rowCount())
-        m_view->setCurrentIndex(m_model->index(current.row(), current.column()));
+    // Rows the user gave a height keep it.
+    if (m_table)
+        for (int row = 0; row < m_table->count(); ++row)
+            if (const int height = m_table->at(row)->getRowHeight(); height > 0)
+                m_view->setRowHeight(row, height);
+}
+
+void BillSjWidget::FitRowHeights(bool minimal)
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag(minimal ? "MinRowHeight" : "FitRowHeights"), [&] {
+        if (!m_table || isLocked())
+            return;
+        const int minimum = m_view->headerConfig().rowHeight;
+        m_model->recorded(8, minimal ? QStringLiteral("表格置最小行高") : QStringLiteral("表格自适应行高"), [&] {
+            for (int row = 0; row < m_table->count(); ++row)
+                m_table->at(row)->setRowHeight(minimal ? minimum : qMax(minimum, m_view->contentHeightOfRow(row)));
+            return true;
+        });
+        RefreshGrid();
+    });
 }
 
 void BillSjWidget::onActivated()

@@ -2,6 +2,7 @@
 
 #include "zBaseWidget.h"
 
+#include <QPair>
 #include <QVariant>
 
 class AuditBusiness;
@@ -29,6 +30,7 @@ public:
     ConstructionWorks* works() const { return m_works; }
     GeneralTableBase* table() const { return m_table; }
     ProTreeNode* node() const { return m_node; }
+    AuditBusiness* audit() const { return m_audit; }
     bool isLocked() const;
 
 public slots:
@@ -54,6 +56,10 @@ protected:
     virtual void onSettingsChanged(const QVariant& payload) { Q_UNUSED(payload) }
     virtual void onRibbonCommand(const QVariant& payload) { Q_UNUSED(payload) }
     virtual void onActivated();
+    // After a node was loaded into the grid.
+    virtual void onNodeLoaded() {}
+    // Fits every row to its content, or sets every row to the minimum height; one undo step.
+    void FitRowHeights(bool minimal);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     QString tag(const char* function) const;
@@ -69,4 +75,5 @@ private:
     ConstructionWorks* m_works = nullptr;
     GeneralTableBase* m_table = nullptr;
     ProTreeNode* m_node = nullptr;
+    QPair<int, int> m_keptCell{-1, -1};
 };
