@@ -24,7 +24,9 @@ int main(int argc, char** argv)
     QCommandLineOption shots(QStringLiteral("screenshots"), QStringLiteral("保存六个页面的截图后退出"),
                              QStringLiteral("dir"));
     QCommandLineOption module(QStringLiteral("module"), QStringLiteral("模块库路径"), QStringLiteral("path"));
+    QCommandLineOption unit(QStringLiteral("unit"), QStringLiteral("截图用的单位工程序号（从1起）"), QStringLiteral("n"));
     parser.addOption(shots);
+    parser.addOption(unit);
     parser.addOption(module);
     parser.addPositionalArgument(QStringLiteral("project"), QStringLiteral("工程文件"));
     parser.process(app);
@@ -38,9 +40,12 @@ int main(int argc, char** argv)
     if (parser.isSet(shots)) {
         ProTreeNode* node = nullptr;
         if (ProjectWorks* p = window.project()) {
-            for (ProTreeNode* unit : p->unitProjectNodes())
-                if (ProTreeNode::CheckWithSSVersion(unit) && !node)
-                    node = unit;
+            const QList<ProTreeNode*> units = p->unitProjectNodes();
+            for (ProTreeNode* candidate : units)
+                if (ProTreeNode::CheckWithSSVersion(candidate) && !node)
+                    node = candidate;
+            if (parser.isSet(unit))
+                node = units.value(parser.value(unit).toInt() - 1, node);
         }
         const QStringList files = window.takeScreenshots(parser.value(shots), node);
         for (const QString& file : files)

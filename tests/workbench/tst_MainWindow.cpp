@@ -5,6 +5,7 @@
 
 #include "DataManagement.h"
 #include "InteractionSeam.h"
+#include "MsgExplain.h"
 #include "ProjectFile.h"
 #include "ProjectWorks.h"
 #include "RURecordControl.h"
@@ -12,6 +13,7 @@
 
 #include <QAbstractItemModelTester>
 #include <QAction>
+#include <QComboBox>
 #include <QMessageBox>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -91,6 +93,29 @@ private slots:
         const QModelIndex single = model->index(0, 0, model->index(0, 0));
         window.tree()->clicked(single);
         QCOMPARE(currentGrid(window)->model()->index(0, 3).data().toString(), QString("123456.00"));
+    }
+
+    void feeTemplatesSwitchFromTheRibbon()
+    {
+        MainWindow window;
+        QVERIFY(window.loadModule(ModuleHost::defaultLibraryPath()));
+        QVERIFY(window.openProject(MainWindow::samplePath()));
+        window.show();
+        window.moduleHost()->send(49, QVariant::fromValue(MsgExplain::ToChangeActivePageInfo{"规费税金清单"}));
+        QCOMPARE(window.ribbon()->config().page, QString("规费税金清单"));
+        auto* combo = window.ribbon()->itemWidget("模板选择")->findChild<QComboBox*>();
+        QVERIFY(combo);
+        QCOMPARE(combo->count(), 9); // the templates found in the template folder
+        QCOMPARE(combo->currentText(), QString("2020定额规费税金清单-一般计税")); // the pricing model's
+
+        QTableView* grid = currentGrid(window);
+        const int taxRow = grid->model()->rowCount() - 1;
+        emit window.ribbon()->comboChanged("模板选择", "2015定额规费税金清单-简易计税");
+        QCOMPARE(grid->model()->index(taxRow, 4).data().toString(), QString("3%"));
+        emit window.ribbon()->comboChanged("模板选择", "GB50500-2008规费税金清单");
+        QCOMPARE(grid->model()->index(grid->model()->rowCount() - 1, 4).data().toString(), QString("3.48%"));
+        window.findChild<QAction*>("undoAction")->trigger();
+        QCOMPARE(grid->model()->index(taxRow, 4).data().toString(), QString("3%"));
     }
 
     void badFilesLeaveTheOpenProject()
