@@ -86,6 +86,27 @@ bool QtXmQdJJjbBusiness::GridRowMove(ConstructionWorks* works, QtXmQdHzTable* ta
     return true;
 }
 
+static bool setRowKind(ConstructionWorks* works, int row, int kind, bool set)
+{
+    QtXmQdHzTable* table = works ? works->getTenderInventory()->getQtXmQdHzTable() : nullptr;
+    BaseDataItem* item = table ? table->at(row) : nullptr;
+    if (!item || item->getKind() == QtXmQdJJjbBusiness::Total)
+        return false;
+    item->setKind(set ? kind : int(QtXmQdJJjbBusiness::Ordinary));
+    QtXmQdJJjbBusiness::CalculateTable(works, table);
+    return true;
+}
+
+bool QtXmQdJJjbBusiness::SetAsCalculateRow(ConstructionWorks* works, int row, bool set)
+{
+    return setRowKind(works, row, Calculation, set);
+}
+
+bool QtXmQdJJjbBusiness::SetAsSubTotalRow(ConstructionWorks* works, int row, bool set)
+{
+    return setRowKind(works, row, SubTotal, set);
+}
+
 double QtXmQdJJjbBusiness::rowAmount(const BaseDataItem* item)
 {
     return item->getKind() == Calculation ? item->getDouble(6) : item->getDouble(3);

@@ -26,6 +26,10 @@ public:
     static bool GridRowCanMove(QtXmQdHzTable* table, int from, int to);
     static bool GridRowMove(ConstructionWorks* works, QtXmQdHzTable* table, int from, int to);
     static void CalculateTable(ConstructionWorks* works, QtXmQdHzTable* table);
+    // Sets (or cancels, back to an ordinary row) the calculation / subtotal attribute of a row
+    // of the works' other items list.
+    static bool SetAsCalculateRow(ConstructionWorks* works, int row, bool set);
+    static bool SetAsSubTotalRow(ConstructionWorks* works, int row, bool set);
     // The amount a row contributes: field 6 on calculation rows, field 3 elsewhere.
     static double rowAmount(const BaseDataItem* item);
 };

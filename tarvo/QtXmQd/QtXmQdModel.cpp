@@ -86,26 +86,18 @@ bool QtXmQdModel::applyEdit(int row, int field, const QVariant& value)
 
 bool QtXmQdModel::ToggleCalculateRow(int row)
 {
-    BaseDataItem* item = itemAt(row);
+    const BaseDataItem* item = itemAt(row);
     if (!item || isFixedRow(item))
         return false;
-    return recorded(8, modifyLabel(), [&] {
-        item->setKind(item->getKind() == QtXmQdJJjbBusiness::Calculation ? QtXmQdJJjbBusiness::Ordinary
-                                                                         : QtXmQdJJjbBusiness::Calculation);
-        QtXmQdJJjbBusiness::CalculateTable(works(), pageTable());
-        return true;
-    });
+    const bool set = item->getKind() != QtXmQdJJjbBusiness::Calculation;
+    return recorded(8, modifyLabel(), [&] { return QtXmQdJJjbBusiness::SetAsCalculateRow(works(), row, set); });
 }
 
 bool QtXmQdModel::ToggleSubTotalRow(int row)
 {
-    BaseDataItem* item = itemAt(row);
+    const BaseDataItem* item = itemAt(row);
     if (!item || isFixedRow(item))
         return false;
-    return recorded(8, modifyLabel(), [&] {
-        item->setKind(item->getKind() == QtXmQdJJjbBusiness::SubTotal ? QtXmQdJJjbBusiness::Ordinary
-                                                                      : QtXmQdJJjbBusiness::SubTotal);
-        QtXmQdJJjbBusiness::CalculateTable(works(), pageTable());
-        return true;
-    });
+    const bool set = item->getKind() != QtXmQdJJjbBusiness::SubTotal;
+    return recorded(8, modifyLabel(), [&] { return QtXmQdJJjbBusiness::SetAsSubTotalRow(works(), row, set); });
 }

@@ -2,14 +2,24 @@
 
 #include "common/BillSjWidget.h"
 
+class QAction;
 class QtXmQdHzTable;
 
-// The editable grid of "其他项目清单".
+// The editable grid of "其他项目清单": row kinds, calculation and subtotal attributes, and the
+// row commands (insert, delete, clear, move), each one undo step.
 class QtXmQdSjWidget : public BillSjWidget
 {
     Q_OBJECT
 public:
     QtXmQdSjWidget(AuditBusiness* audit, QWidget* parent);
+
+    void InsertRow();
+    void DeleteCurrentRow(const QString& label);
+    void ClearAllRows();
+    void slotAcSetToCalculation();
+    void slotAcSetToSubTotal();
+    // The context menu's entries for the focused row (texts follow the row's attributes).
+    QList<QAction*> contextActions();
 
 protected:
     QString sourceFile() const override { return QStringLiteral("QtXmQd\\QtXmQdSjWidget"); }
@@ -21,7 +31,14 @@ protected:
     bool canMoveRows(int from, int to) const override;
     bool moveRows(int from, int to) override;
     QString moveLabel() const override { return QStringLiteral("其他项目清单移动行"); }
+    void onRibbonCommand(const QVariant& payload) override;
 
 private:
     QtXmQdHzTable* pageTable() const;
+    int currentRow() const;
+    QAction* m_acInsert;
+    QAction* m_acDelete;
+    QAction* m_acClear;
+    QAction* m_acSubTotal;
+    QAction* m_acCalculation;
 };
