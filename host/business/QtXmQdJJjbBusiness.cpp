@@ -21,9 +21,21 @@ bool QtXmQdJJjbBusiness::ProcColunmValueChanged(ConstructionWorks* works, QtXmQd
     BaseDataItem* item = table ? table->at(row) : nullptr;
     if (!item || item->getKind() == Total)
         return false;
-    // A calculation row keeps its formula as text; elsewhere a number typed as text is a number.
-    const bool formula = field == 3 && item->getKind() == Calculation;
-    item->setValue(field, formula ? QVariant(value.toString()) : TableOps::normalise(value));
+    // A calculation row keeps its formula as text; an ordinary row's amount is what the typed
+    // number or expression comes to.
+    QVariant stored = TableOps::normalise(value);
+    if (field == 3 && item->getKind() == Calculation) {
+        stored = value.toString();
+    } else if (field == 3 && stored.userType() == QMetaType::QString) {
+        double result = 0;
+        QString error;
+        const QString text = stored.toString();
+        if (text.trimmed().isEmpty())
+            stored = QVariant();
+        else if (VXParseAlg::getInstance()->ExpCalc(text, FyBlBusiness::GetInstance()->variables(works), result, error))
+            stored = result;
+    }
+    item->setValue(field, stored);
     CalculateTable(works, table);
     return true;
 }

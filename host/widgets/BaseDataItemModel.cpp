@@ -77,7 +77,9 @@ QVariant BaseDataItemModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return item->getValueStr(column.field);
     case Qt::EditRole:
-        return item->getValue(column.field);
+        // Text, so that every cell is edited in a line edit where numbers and expressions
+        // can be typed alike.
+        return item->getValueStr(column.field);
     case Qt::TextAlignmentRole:
         return int(column.align);
     case Qt::FontRole:

@@ -51,7 +51,7 @@ QVariant MaterialListModel::data(const QModelIndex& index, int role) const
                 return QString();
             return field == 10 && role == Qt::DisplayRole ? moneyText(value) : text;
         }
-        return item->getValue(field);
+        return item->getValueStr(field);
     case Qt::FontRole:
         return QFont(QStringLiteral("SimSun"), 9);
     case Qt::TextAlignmentRole:

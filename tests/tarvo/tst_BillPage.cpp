@@ -19,6 +19,7 @@
 #include "zTableView.h"
 
 #include <QAbstractItemModelTester>
+#include <QLineEdit>
 #include <QUndoStack>
 #include <QtTest>
 
@@ -152,6 +153,32 @@ private slots:
         // A new empty row becomes an ordinary row with its first edit.
         QVERIFY(model->setData(cell(model, 4, 2), "计日工"));
         QCOMPARE(t->at(4)->getKind(), 0);
+    }
+
+    void typingIntoTheGridCommitsThroughTheModel()
+    {
+        TestProject p;
+        fillOtherItems(p.current);
+        QtXmQdWidget page;
+        page.resize(900, 500);
+        page.show();
+        load(page, p.unit);
+        zTableView* view = page.sjWidget()->view();
+        BillModel* model = page.sjWidget()->model();
+        const QModelIndex amount = cell(model, 2, 3);
+        view->setCurrentIndex(amount);
+        view->edit(amount);
+        auto* editor = view->viewport()->findChild<QLineEdit*>();
+        QVERIFY(editor);
+        editor->selectAll();
+        QTest::keyClicks(editor, "25000*2");
+        // What the delegate does when the user confirms the cell.
+        emit view->itemDelegate()->commitData(editor);
+        // An ordinary row keeps what the expression comes to; its subtotal follows.
+        QCOMPARE(p.current->getTenderInventory()->getQtXmQdHzTable()->at(2)->getValue(3), QVariant(50000.0));
+        QCOMPARE(p.current->getTenderInventory()->getQtXmQdHzTable()->at(1)->getDouble(3), 50000.0);
+        QCOMPARE(view->currentIndex().row(), 2); // the user keeps their place
+        QCOMPARE(undo()->undoStack()->count(), 1);
     }
 
     void invalidAmountIsRefusedWithoutARecord()
