@@ -2,6 +2,7 @@
 
 #include "FyBlBusiness.h"
 #include "GfQdBusiness.h"
+#include "LxGzXmQdJJjbBusiness.h"
 #include "ProjectWorks.h"
 #include "QtXmQdJJjbBusiness.h"
 #include "TableOps.h"
@@ -129,8 +130,9 @@ void fillDaywork(ConstructionWorks* works, int variant)
     for (const auto& trade : kLabourTrades) {
         const double price = QString::fromLatin1(trade[1]).toDouble() + (variant % 3) * 2;
         addRow(t, 0, {{1, QString::number(++n)}, {2, text(trade[0])}, {3, QStringLiteral("工日")}, {4, price},
-                      {5, QStringLiteral("成都市区 2021年5月")}});
+                      {5, QStringLiteral("成都市区 2021年5月")}, {6, 10.0 * (1 + n % 4)}});
     }
+    LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(works, t);
 }
 
 void fillFees(ConstructionWorks* works, bool general)
@@ -251,6 +253,7 @@ std::unique_ptr<ProjectWorks> BuildSampleProject()
                 fillMaterials(works, random, unitIndex, 240 + 20 * u);
                 fillOtherItems(works, divisional);
                 fillDaywork(works, unitIndex + audit);
+                QtXmQdJJjbBusiness::ExtractSporadicWorkItemFees(works);
                 fillFees(works, unitIndex % 2 == 0);
                 fillMaterialLists(works, works);
                 FyBlBusiness::GetInstance()->RecalculateFyBl(works);

@@ -1,6 +1,10 @@
 #include "FyBlBusiness.h"
 
 #include "ConstructionWorks.h"
+#include "DataManagement.h"
+#include "SharedInterface.h"
+
+#include <QFile>
 
 namespace {
 
@@ -87,8 +91,46 @@ void FyBlBusiness::setValue(ConstructionWorks* works, const QString& name, doubl
         maxId = qMax(maxId, item->getValue(1).toInt());
     }
     BaseDataItem* item = table->CreateItem();
-    item->loadValue(1, maxId + 1);
+    item->loadValue(1, qMax(maxId, 1000) + 1); // low numbers are the host's fixed variables
     item->loadValue(2, name);
     item->loadValue(3, value);
     table->BaseDataItemAppend(item);
+}
+
+double FyBlBusiness::GetSJFyBlValue(const ProTreeNode* node, int id) const
+{
+    return GetFyBlValueById(DataManagement::getInstance()->GetContructWorks(node), id);
+}
+
+bool FyBlBusiness::ChangeFyBl(int projectIndex, int auditVersion, int nodeId, int id, double value)
+{
+    ConstructionWorks* works = DataManagement::getInstance()->GetProObjectForDisplay(projectIndex, auditVersion, nodeId);
+    if (!works)
+        return false;
+    FyBlTable* table = works->getFyBlTable();
+    for (BaseDataItem* item : table->items())
+        if (item->getValue(1).toInt() == id) {
+            item->setValue(3, value);
+            return true;
+        }
+    static const QHash<int, QString> names = {{QuotaFeeRateId, QStringLiteral("工程定额测定费费率")},
+                                              {TaxRateId, QStringLiteral("税金费率")}};
+    BaseDataItem* item = table->CreateItem();
+    item->loadValue(1, id);
+    item->loadValue(2, names.value(id, QStringLiteral("费用变量%1").arg(id)));
+    item->loadValue(3, value);
+    table->BaseDataItemAppend(item);
+    return true;
+}
+
+QStringList FyBlBusiness::FeeVariableNames()
+{
+    QFile file(SharedInterface::GetAppPath() + QStringLiteral("Config/FeeVariableNames.txt"));
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return {};
+    QStringList names;
+    for (const QByteArray& line : file.readAll().split('\n'))
+        if (!line.trimmed().isEmpty())
+            names << QString::fromUtf8(line.trimmed());
+    return names;
 }

@@ -17,7 +17,7 @@ bool LxGzXmQdJJjbBusiness::ProcColunmValueChanged(ConstructionWorks* works, LxGz
     if (!item)
         return false;
     QVariant stored = TableOps::normalise(value);
-    if (column == 4 && value.toString().trimmed().isEmpty())
+    if ((column == 4 || column == 6) && value.toString().trimmed().isEmpty())
         stored = QVariant();
     item->setValue(column, stored);
     CalculateLxGzXmQdTable(works, table);
@@ -29,10 +29,30 @@ void LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(ConstructionWorks* works, LxGz
     Q_UNUSED(works)
     if (!table)
         return;
-    // Prices are kept to fen.
-    for (BaseDataItem* item : table->items())
+    // Prices are kept to fen; a labour row's amount (7) is its provisional quantity (6) times
+    // its price, and a summary row sums the labour rows below it.
+    BaseDataItem* summary = nullptr;
+    double sum = 0;
+    auto closeSummary = [&] {
+        if (summary)
+            summary->setValue(7, std::round(sum * 100.0) / 100.0);
+    };
+    for (BaseDataItem* item : table->items()) {
+        if (item->getKind() == 1) {
+            closeSummary();
+            summary = item;
+            sum = 0;
+            continue;
+        }
         if (item->getValue(4).userType() == QMetaType::Double)
             item->setValue(4, std::round(item->getDouble(4) * 100.0) / 100.0);
+        if (item->getValue(6).isValid() || item->getValue(4).isValid()) {
+            const double amount = std::round(item->getDouble(6) * item->getDouble(4) * 100.0) / 100.0;
+            item->setValue(7, amount);
+            sum += amount;
+        }
+    }
+    closeSummary();
 }
 
 bool LxGzXmQdJJjbBusiness::CheckExistedTotalRow(const QList<BaseDataItem*>& items, BaseDataItem*& total)

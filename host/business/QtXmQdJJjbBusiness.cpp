@@ -171,3 +171,65 @@ void QtXmQdJJjbBusiness::CalculateTable(ConstructionWorks* works, QtXmQdHzTable*
     if (works && table->getOwner())
         FyBlBusiness::GetInstance()->RecalculateFyBl(works);
 }
+
+void QtXmQdJJjbBusiness::AdjustQtXmQdRowType(QtXmQdHzTable* table)
+{
+    if (!table)
+        return;
+    BaseDataItem* total = nullptr;
+    for (BaseDataItem* item : table->items()) {
+        const int kind = item->getKind();
+        if (kind < Ordinary || kind > Total)
+            item->setKind(Ordinary);
+        if (item->getKind() == Total) {
+            if (total)
+                item->setKind(Ordinary); // one total row only
+            else
+                total = item;
+        }
+    }
+    if (!total) {
+        AddTotalItem(table);
+        return;
+    }
+    QList<BaseDataItem*> order = table->items();
+    order.removeOne(total);
+    order.append(total);
+    table->SetItemOrder(order);
+}
+
+void QtXmQdJJjbBusiness::ReplaceTableContentFromOther(QtXmQdHzTable* target, const QtXmQdHzTable* source)
+{
+    if (!target || !source)
+        return;
+    target->Clear();
+    for (const BaseDataItem* from : source->items()) {
+        BaseDataItem* item = target->CreateItem();
+        item->loadState(from->getKind(), false, from->getRowHeight(), from->getNote());
+        for (int f = 0; f < from->fieldCount(); ++f)
+            item->loadValue(f, from->getValue(f));
+        target->BaseDataItemAppend(item);
+    }
+}
+
+bool QtXmQdJJjbBusiness::ExtractSporadicWorkItemFees(ConstructionWorks* works)
+{
+    if (!works)
+        return false;
+    double total = 0;
+    for (const BaseDataItem* item : works->getTenderInventory()->getLxGzXmRgDjQdTable()->items())
+        if (item->getKind() == 0)
+            total += item->getDouble(7);
+    total = round2(total);
+    QtXmQdHzTable* table = works->getTenderInventory()->getQtXmQdHzTable();
+    for (BaseDataItem* item : table->items()) {
+        if (item->getValue(2).toString() != QStringLiteral("计日工") || item->getKind() == Calculation)
+            continue;
+        if (item->getValue(3) == QVariant(total))
+            return false;
+        item->setValue(3, total);
+        CalculateTable(works, table);
+        return true;
+    }
+    return false;
+}

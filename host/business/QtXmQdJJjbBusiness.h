@@ -30,6 +30,14 @@ public:
     // of the works' other items list.
     static bool SetAsCalculateRow(ConstructionWorks* works, int row, bool set);
     static bool SetAsSubTotalRow(ConstructionWorks* works, int row, bool set);
+    // Fixes the row kinds of rows read from a template: unknown kinds become ordinary rows,
+    // and the total row (added when missing) goes last.
+    static void AdjustQtXmQdRowType(QtXmQdHzTable* table);
+    static void ReplaceTableContentFromOther(QtXmQdHzTable* target, const QtXmQdHzTable* source);
+    // Puts the daywork list's total into the row named "计日工"; true when it changed.
+    static bool ExtractSporadicWorkItemFees(ConstructionWorks* works);
+    static void CalQtXmQdCalculateRow(ConstructionWorks* works, QtXmQdHzTable* table) { CalculateTable(works, table); }
+
     // The amount a row contributes: field 6 on calculation rows, field 3 elsewhere.
     static double rowAmount(const BaseDataItem* item);
 };

@@ -25,3 +25,9 @@ QVariant XtBlBusiness::GetSJXtBlValue(const ProTreeNode* node, int id)
 {
     return GetXtBlValue(DataManagement::getInstance()->GetContructWorks(node), id);
 }
+
+QVariant XtBlBusiness::GetXtBlValue(qint64 projectWorksId, int auditVersion, int nodeId, int id)
+{
+    const ProjectWorks* project = DataManagement::getInstance()->findByWorksId(projectWorksId);
+    return project ? GetXtBlValue(project->works(auditVersion, nodeId), id) : QVariant();
+}

@@ -12,4 +12,6 @@ public:
     static bool ChangeXtBl(int projectIndex, int auditVersion, int nodeId, int id, const QVariant& value);
     static QVariant GetXtBlValue(ConstructionWorks* works, int id);
     static QVariant GetSJXtBlValue(const ProTreeNode* node, int id);
+    // By the project works' id and the node's version and id.
+    static QVariant GetXtBlValue(qint64 projectWorksId, int auditVersion, int nodeId, int id);
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "FyBlTable.h"
+#include "JfszTable.h"
 #include "PriceModelConfig.h"
 #include "RcjHzTable.h"
 #include "TenderInventory.h"
@@ -22,10 +23,12 @@ public:
     RcjHzTable* getRcjHzTable() { return &m_rcj; }
     FyBlTable* getFyBlTable() { return &m_fyBl; }
     ConfigOfConstruction* getConfig() { return &m_config; }
+    JfszTable* getJfszTable() { return &m_jfsz; }
 
     // System variables (系统变量) by number.
     QVariant getXtBl(int id) const { return m_xtBl.value(id); }
-    void setXtBl(int id, const QVariant& value) { m_xtBl.insert(id, value); }
+    // Journalled while an undo record is open.
+    void setXtBl(int id, const QVariant& value);
     const QMap<int, QVariant>& xtBl() const { return m_xtBl; }
 
     // Every table of the works, for saving and loading.
@@ -49,5 +52,6 @@ private:
     RcjHzTable m_rcj;
     FyBlTable m_fyBl;
     ConfigOfConstruction m_config;
+    JfszTable m_jfsz;
     QMap<int, QVariant> m_xtBl;
 };

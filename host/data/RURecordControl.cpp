@@ -75,6 +75,21 @@ private:
     QList<BaseDataItem*> m_new;
 };
 
+class FunctionChange : public RUChange
+{
+public:
+    FunctionChange(std::function<void()> undo, std::function<void()> redo)
+        : m_undo(std::move(undo)), m_redo(std::move(redo))
+    {
+    }
+    void undo() override { m_undo(); }
+    void redo() override { m_redo(); }
+
+private:
+    std::function<void()> m_undo;
+    std::function<void()> m_redo;
+};
+
 } // namespace
 
 class RUUndoCommand : public QUndoCommand
@@ -181,6 +196,12 @@ void RURecordControl::RecordOrder(GeneralTableBase* table, const QList<BaseDataI
 {
     if (IsRecording())
         add(std::make_unique<OrderChange>(table, oldOrder, newOrder));
+}
+
+void RURecordControl::RecordChange(std::function<void()> undo, std::function<void()> redo)
+{
+    if (IsRecording())
+        add(std::make_unique<FunctionChange>(std::move(undo), std::move(redo)));
 }
 
 void RURecordControl::RecordTableItemOrderChange(GeneralTableBase* table,

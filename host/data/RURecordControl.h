@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QVariant>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -44,6 +45,8 @@ public:
     void RecordRemove(GeneralTableBase* table, BaseDataItem* item, int row);
     void RecordOrder(GeneralTableBase* table, const QList<BaseDataItem*>& oldOrder,
                      const QList<BaseDataItem*>& newOrder);
+    // Any other change of the data model, by its two directions.
+    void RecordChange(std::function<void()> undo, std::function<void()> redo);
 
     QUndoStack* undoStack() const { return m_stack; }
     bool Undo();

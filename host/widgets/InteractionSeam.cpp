@@ -8,6 +8,7 @@ struct SeamState
     bool scripted = false;
     QQueue<QVariant> answers;
     QList<InteractionSeam::Shown> shown;
+    std::function<void(QDialog*)> modalHook;
 };
 SeamState& state()
 {
@@ -55,4 +56,16 @@ void InteractionSeam::clear()
 {
     state().answers.clear();
     state().shown.clear();
+    state().modalHook = nullptr;
+}
+
+void InteractionSeam::setModalHook(std::function<void(QDialog*)> hook)
+{
+    state().modalHook = std::move(hook);
+}
+
+void InteractionSeam::runModalHook(QDialog* dialog)
+{
+    if (state().modalHook)
+        state().modalHook(dialog);
 }

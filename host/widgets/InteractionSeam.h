@@ -5,6 +5,10 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <functional>
+
+class QDialog;
+
 // Every message box, question, file dialog, input dialog, modal dialog and progress bar of
 // the host goes through here. Normally each is shown to the user. Tests switch scripting on:
 // nothing modal is shown, each call takes the next scripted answer (or a default: the first
@@ -31,4 +35,8 @@ public:
     static QList<Shown> shown();
     static Shown lastShown();
     static void clear();
+    // Under scripting, runs with each modal dialog before its scripted answer is taken, so a
+    // test can fill the dialog in as the user would.
+    static void setModalHook(std::function<void(QDialog*)> hook);
+    static void runModalHook(QDialog* dialog);
 };

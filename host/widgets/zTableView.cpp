@@ -2,6 +2,7 @@
 
 #include "BaseDataItemModel.h"
 #include "InteractionSeam.h"
+#include "VXEditorDelegate.h"
 #include "SharedInterface.h"
 #include "zFileDialog.h"
 #include "zMessageBox.h"
@@ -29,6 +30,7 @@ zTableView::zTableView(QWidget* parent) : QTableView(parent)
     horizontalHeader()->setHighlightSections(false);
     verticalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     verticalHeader()->installEventFilter(this);
+    setItemDelegate(new VXEditorDelegate(this));
     verticalHeader()->viewport()->installEventFilter(this);
     setStyleSheet(QStringLiteral(
         "QTableView { gridline-color: #d0d7e1; selection-background-color: #cde8ff;"
@@ -235,7 +237,7 @@ void zTableView::callHeaderSettingsPanel(zTableView* view)
     QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
     layout->addWidget(buttons);
     dialog.resize(320, 420);
-    if (zTitleModal::ShowModal(&dialog) != QDialog::Accepted)
+    if (zTitleModal::ShowModal(&dialog) != 0)
         return;
     HeaderConfig config = view->m_config;
     int visible = 0;

@@ -1,6 +1,8 @@
 #include "QtXmQdModel.h"
 
+#include "AmountEditor.h"
 #include "QtXmQdJJjbBusiness.h"
+#include "XmBjHzbBusiness.h"
 #include "SkinManager.h"
 
 #include "QtXmQdHzTable.h"
@@ -8,7 +10,16 @@
 #include <QColor>
 #include <QFont>
 
-QtXmQdModel::QtXmQdModel(QObject* parent) : BillModel(parent) {}
+QtXmQdModel::QtXmQdModel(QObject* parent) : BillModel(parent), m_amountEditor(new AmountEditor(this))
+{
+    connect(m_amountEditor, &AmountEditor::signalEditFinished, this, &QtXmQdModel::signalFormulaEditFinished);
+    connect(m_amountEditor, &AmountEditor::signalToEditFormula, this, &QtXmQdModel::slotToEditFormula);
+}
+
+void QtXmQdModel::slotToEditFormula(QString formula)
+{
+    emit signalEditFormulaRequested(m_amountEditor->row(), formula);
+}
 
 QtXmQdHzTable* QtXmQdModel::pageTable() const
 {
@@ -38,8 +49,14 @@ QVariant QtXmQdModel::data(const QModelIndex& index, int role) const
         return BillModel::data(index, role);
     case Qt::EditRole:
         if (calculation && field == AmountField)
-            return item->getValue(AmountField).toString();
+            return XmBjHzbBusiness::GetPureFormulaFromJss(item->getValue(AmountField).toString());
         return BillModel::data(index, role);
+    case Qtitan::EditorRole:
+        if (!calculation || field != AmountField || isReadOnlyView())
+            return QVariant();
+        m_amountEditor->setWorks(works());
+        m_amountEditor->setRow(index.row());
+        return QVariant::fromValue<QObject*>(m_amountEditor);
     case Qt::TextAlignmentRole:
         if (field == AmountField) {
             bool number = false;

@@ -2,6 +2,7 @@
 
 #include "common/BillModel.h"
 
+class AmountEditor;
 class QtXmQdHzTable;
 
 // The model of the other items list. Row kinds: 0 ordinary, 1 new empty, 2 subtotal,
@@ -20,6 +21,15 @@ public:
     // Row commands of the grid's context menu.
     bool ToggleCalculateRow(int row);
     bool ToggleSubTotalRow(int row);
+    AmountEditor* amountEditor() const { return m_amountEditor; }
+
+public slots:
+    void slotToEditFormula(QString formula);
+
+signals:
+    void signalFormulaEditFinished();
+    // The amount editor asks for the formula dialog on this row.
+    void signalEditFormulaRequested(int row, QString formula);
 
 protected:
     QString modifyLabel() const override { return QStringLiteral("修改其他项目清单行"); }
@@ -29,4 +39,5 @@ protected:
 
 private:
     QtXmQdHzTable* pageTable() const;
+    AmountEditor* m_amountEditor;
 };

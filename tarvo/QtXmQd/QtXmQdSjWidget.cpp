@@ -1,22 +1,40 @@
 #include "QtXmQdSjWidget.h"
 
+#include "FormulaEditingDialog.h"
 #include "QtXmQdModel.h"
 #include "TarvoGuard.h"
 
+#include "AuditBusiness.h"
+#include "Communication.h"
 #include "ConstructionWorks.h"
+#include "DataManagement.h"
+#include "FyBlBusiness.h"
+#include "HostConstants.h"
+#include "JsMsBusiness.h"
+#include "MsgExplain.h"
+#include "SharedInterface.h"
+#include "TemplateAccess.h"
+#include "XmBjHzbBusiness.h"
+#include "XtBlBusiness.h"
+#include "zTitleModal.h"
 #include "QtXmQdJJjbBusiness.h"
 #include "zMessageBox.h"
 #include "zTableView.h"
 
 #include <QAction>
 #include <QDebug>
+#include <QFileInfo>
 #include <QMenu>
+#include <QTimer>
+
+#include <cmath>
 
 QtXmQdSjWidget::QtXmQdSjWidget(AuditBusiness* audit, QWidget* parent)
     : BillSjWidget(audit, parent), m_acInsert(new QAction(QStringLiteral("插入行"), this)),
       m_acDelete(new QAction(QStringLiteral("删除当前行"), this)),
       m_acClear(new QAction(QStringLiteral("清除所有行"), this)), m_acSubTotal(new QAction(this)),
-      m_acCalculation(new QAction(this))
+      m_acCalculation(new QAction(this)), m_acFormula(new QAction(QStringLiteral("编辑公式"), this)),
+      m_acExtract(new QAction(QStringLiteral("提取零星工作项目费"), this))
 {
     init(new QtXmQdModel(this));
     connect(m_acInsert, &QAction::triggered, this, &QtXmQdSjWidget::InsertRow);
@@ -24,6 +42,13 @@ QtXmQdSjWidget::QtXmQdSjWidget(AuditBusiness* audit, QWidget* parent)
     connect(m_acClear, &QAction::triggered, this, &QtXmQdSjWidget::ClearAllRows);
     connect(m_acSubTotal, &QAction::triggered, this, &QtXmQdSjWidget::slotAcSetToSubTotal);
     connect(m_acCalculation, &QAction::triggered, this, &QtXmQdSjWidget::slotAcSetToCalculation);
+    connect(m_acFormula, &QAction::triggered, this, [this] { EditFormula(currentRow()); });
+    connect(m_acExtract, &QAction::triggered, this, &QtXmQdSjWidget::slotAcExtractSporadicWorkItemFees);
+    connect(static_cast<QtXmQdModel*>(model()), &QtXmQdModel::signalEditFormulaRequested, this,
+            [this](int row, const QString&) {
+                // Out of the editor's event handling before the dialog runs.
+                QTimer::singleShot(0, this, [this, row] { EditFormula(row); });
+            });
     view()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(view(), &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
         QMenu menu(this);
@@ -73,7 +98,9 @@ QList<QAction*> QtXmQdSjWidget::contextActions()
     m_acInsert->setEnabled(writable);
     m_acDelete->setEnabled(editable);
     m_acClear->setEnabled(writable);
-    return {m_acInsert, m_acDelete, m_acClear, m_acSubTotal, m_acCalculation};
+    m_acFormula->setEnabled(editable);
+    m_acExtract->setEnabled(writable);
+    return {m_acInsert, m_acDelete, m_acClear, m_acSubTotal, m_acCalculation, m_acFormula, m_acExtract};
 }
 
 void QtXmQdSjWidget::InsertRow()
@@ -151,4 +178,108 @@ void QtXmQdSjWidget::onRibbonCommand(const QVariant& payload)
         DeleteCurrentRow(command);
     else if (command == QStringLiteral("清除所有行"))
         ClearAllRows();
+    else if (command == QStringLiteral("编辑公式"))
+        EditFormula(currentRow());
+    else if (command == QStringLiteral("提取零星工作项目费"))
+        slotAcExtractSporadicWorkItemFees();
+    else if (payload.userType() == qMetaTypeId<MsgExplain::MenuComboInfo>()) {
+        const auto combo = payload.value<MsgExplain::MenuComboInfo>();
+        if (combo.strItem == QStringLiteral("模板选择"))
+            CurQtXmQdTemplateChanged(combo.strText);
+    }
+}
+
+QString QtXmQdSjWidget::AmountReminderText()
+{
+    return QStringLiteral("注意：如果此处录入或计算产生的金额不包含在单位工程造价中（如材料(工程设备)暂估价已计入综合单价），"
+                          "请不要在此计列，以免重复计算。");
+}
+
+void QtXmQdSjWidget::AmountReminder(int row)
+{
+    // Provisional prices of materials are part of the unit rates already.
+    const BaseDataItem* item = pageTable() ? pageTable()->at(row) : nullptr;
+    const QString name = item ? item->getValue(2).toString() : QString();
+    if (name.contains(QStringLiteral("材料")) && name.contains(QStringLiteral("暂估")))
+        showInformation(this, QStringLiteral("提示"), AmountReminderText());
+}
+
+void QtXmQdSjWidget::EditFormula(int row)
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("EditFormula"), [&] {
+        view()->closeEditor();
+        ConstructionWorks* unit = works();
+        BaseDataItem* item = pageTable() ? pageTable()->at(row) : nullptr;
+        if (!unit || !item || isLocked() || item->getKind() == QtXmQdJJjbBusiness::Total)
+            return;
+        const int projectIndex = ProTreeNode::ProjectIndex(node());
+        FormulaEditingDialog dialog(Communication::GetInstance()->GetMainWindow(),
+                                    JsMsBusiness::IsVATProject(unit->getOwner()));
+        dialog.LoadRates(DataManagement::getInstance()->GetProTreeNodeByLocalId(projectIndex, unit->getNodeId()));
+        const QString before = XmBjHzbBusiness::GetPureFormulaFromJss(item->getValue(3).toString());
+        dialog.SetFormula(before);
+        if (zTitleModal::ShowModal(&dialog) != 0 || row < 0)
+            return;
+        const QString formula = dialog.GetFormula();
+        model()->recorded(8, QStringLiteral("编辑公式"), [&] {
+            const int audit = unit->getAuditId();
+            const int nodeId = unit->getNodeId();
+            FyBlBusiness* fyBl = FyBlBusiness::GetInstance();
+            const QString tax = dialog.GetSjFlText();
+            if (tax != XtBlBusiness::GetXtBlValue(unit->getProjectWorksId(), audit, nodeId, 10).toString()) {
+                XtBlBusiness::ChangeXtBl(projectIndex, audit, nodeId, 10, tax);
+                fyBl->ChangeFyBl(projectIndex, audit, nodeId, FyBlBusiness::TaxRateId, dialog.GetSjFl());
+            }
+            if (std::fabs(dialog.GetDeCdFl() - fyBl->GetFyBlValueById(unit, FyBlBusiness::QuotaFeeRateId)) > 1e-6)
+                fyBl->ChangeFyBl(projectIndex, audit, nodeId, FyBlBusiness::QuotaFeeRateId, dialog.GetDeCdFl());
+            return QtXmQdJJjbBusiness::ProcColunmValueChanged(unit, pageTable(), row, 3, formula);
+        });
+        if (formula != before)
+            AmountReminder(row);
+    });
+}
+
+void QtXmQdSjWidget::slotAcExtractSporadicWorkItemFees()
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("slotAcExtractSporadicWorkItemFees"), [&] {
+        if (!works() || isLocked())
+            return;
+        model()->recorded(8, QStringLiteral("提取零星工作项目费"), [&] {
+            if (!QtXmQdJJjbBusiness::ExtractSporadicWorkItemFees(works()))
+                return false;
+            FyBlBusiness::GetInstance()->RecalculateFyBl(works());
+            if (ProjectWorks* owner = works()->getOwner())
+                owner->setProjectWorkChanged(true);
+            return true;
+        });
+    });
+}
+
+void QtXmQdSjWidget::CurQtXmQdTemplateChanged(const QString& name)
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("CurQtXmQdTemplateChanged"), [&] {
+        QtXmQdHzTable* list = pageTable();
+        const QString path = SharedInterface::GetAppPath() + HostConstants::SubGCSZDir + name
+                             + HostConstants::QtXmQdTemplateFileProfix;
+        if (!list || isLocked() || name.isEmpty() || !QFileInfo::exists(path))
+            return; // no such template: the list stays as it is
+        QtXmQdHzTable temporary;
+        QString error;
+        if (!TemplateAccess::ReadTemplateFile(path, &temporary, QtXmQdHzTable::Type, &error)) {
+            showWarning(this, QStringLiteral("提示"), error);
+            return;
+        }
+        model()->recorded(8, QStringLiteral("模板选择"), [&] {
+            ConstructionWorks* unit = works();
+            XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), unit->getAuditId(), unit->getNodeId(), 2, name);
+            QtXmQdJJjbBusiness::AdjustQtXmQdRowType(&temporary);
+            QtXmQdJJjbBusiness::ReplaceTableContentFromOther(list, &temporary);
+            QtXmQdJJjbBusiness::ExtractSporadicWorkItemFees(unit);
+            QtXmQdJJjbBusiness::CalQtXmQdCalculateRow(unit, list);
+            FyBlBusiness::GetInstance()->RecalculateFyBl(unit);
+            return true;
+        });
+        if (audit())
+            audit()->CreateRelationByTable(3);
+    });
 }

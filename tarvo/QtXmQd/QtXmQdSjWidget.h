@@ -18,6 +18,14 @@ public:
     void ClearAllRows();
     void slotAcSetToCalculation();
     void slotAcSetToSubTotal();
+    // "编辑公式" on a row: the formula dialog, then the formula and the two rates written back
+    // as one undo step.
+    void EditFormula(int row);
+    void slotAcExtractSporadicWorkItemFees();
+    // Replaces the list by the named content template.
+    void CurQtXmQdTemplateChanged(const QString& name);
+    // The note shown when a written amount may not belong in the unit project's cost.
+    static QString AmountReminderText();
     // The context menu's entries for the focused row (texts follow the row's attributes).
     QList<QAction*> contextActions();
 
@@ -41,4 +49,7 @@ private:
     QAction* m_acClear;
     QAction* m_acSubTotal;
     QAction* m_acCalculation;
+    QAction* m_acFormula;
+    QAction* m_acExtract;
+    void AmountReminder(int row);
 };
