@@ -189,6 +189,20 @@ void QtXmQdSjWidget::onRibbonCommand(const QVariant& payload)
     }
 }
 
+void QtXmQdSjWidget::onActivated()
+{
+    BillSjWidget::onActivated();
+    onNodeLoaded();
+}
+
+void QtXmQdSjWidget::onNodeLoaded()
+{
+    // The ribbon's "模板选择" shows the template the unit project last took.
+    MsgExplain::ToChangeMenuItemInfo choice{QStringLiteral("模板选择"), 0, 3,
+                                            works() ? works()->getXtBl(2) : QVariant(QString())};
+    Communication::GetInstance()->SendMsg(4, 47, QVariant::fromValue(choice));
+}
+
 QString QtXmQdSjWidget::AmountReminderText()
 {
     return QStringLiteral("注意：如果此处录入或计算产生的金额不包含在单位工程造价中（如材料(工程设备)暂估价已计入综合单价），"

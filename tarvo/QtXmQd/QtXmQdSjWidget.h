@@ -40,6 +40,8 @@ protected:
     bool moveRows(int from, int to) override;
     QString moveLabel() const override { return QStringLiteral("其他项目清单移动行"); }
     void onRibbonCommand(const QVariant& payload) override;
+    void onActivated() override;
+    void onNodeLoaded() override;
 
 private:
     QtXmQdHzTable* pageTable() const;

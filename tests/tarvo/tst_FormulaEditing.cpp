@@ -87,6 +87,9 @@ private slots:
         dialog.formulaEdit()->textCursor().insertText("+");
         items.at(0)->trigger();
         QCOMPARE(dialog.GetFormula(), "措施项目安全文明施工费+" + names.at(160));
+        // For looking at: TARVO_SCREENSHOT_DIR=... ./tst_FormulaEditing
+        if (qEnvironmentVariableIsSet("TARVO_SCREENSHOT_DIR"))
+            dialog.grab().save(qEnvironmentVariable("TARVO_SCREENSHOT_DIR") + "/formula-dialog.png");
     }
 
     void ratesLoadAndConvert_data()
