@@ -43,7 +43,9 @@ void AmountEditor::setEditorData(QWidget* editor, const QModelIndex& index)
 
 void AmountEditor::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index)
 {
-    if (qobject_cast<QLineEdit*>(editor))
+    // The formula is only ever changed in the dialog; writing back an unchanged one would
+    // only check it again.
+    if (qobject_cast<QLineEdit*>(editor) && index.data(Qt::EditRole).toString() != m_formula)
         model->setData(index, m_formula, Qt::EditRole);
 }
 
