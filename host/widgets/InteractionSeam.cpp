@@ -9,6 +9,7 @@ struct SeamState
     QQueue<QVariant> answers;
     QList<InteractionSeam::Shown> shown;
     std::function<void(QDialog*)> modalHook;
+    std::function<void(const InteractionSeam::Shown&)> shownHook;
 };
 SeamState& state()
 {
@@ -40,6 +41,13 @@ QVariant InteractionSeam::takeAnswer(const QVariant& defaultAnswer)
 void InteractionSeam::record(const Shown& shown)
 {
     state().shown.append(shown);
+    if (state().scripted && state().shownHook)
+        state().shownHook(shown);
+}
+
+void InteractionSeam::setShownHook(std::function<void(const Shown&)> hook)
+{
+    state().shownHook = std::move(hook);
 }
 
 QList<InteractionSeam::Shown> InteractionSeam::shown()
@@ -57,6 +65,7 @@ void InteractionSeam::clear()
     state().answers.clear();
     state().shown.clear();
     state().modalHook = nullptr;
+    state().shownHook = nullptr;
 }
 
 void InteractionSeam::setModalHook(std::function<void(QDialog*)> hook)

@@ -38,5 +38,8 @@ public:
     // Under scripting, runs with each modal dialog before its scripted answer is taken, so a
     // test can fill the dialog in as the user would.
     static void setModalHook(std::function<void(QDialog*)> hook);
+    // Under scripting, runs with everything as it is shown (a progress bar, say), so a test
+    // can look at the screen's state at that moment.
+    static void setShownHook(std::function<void(const Shown&)> hook);
     static void runModalHook(QDialog* dialog);
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "ProgressSink.h"
+
 #include <QObject>
 #include <QString>
 
@@ -7,7 +9,7 @@ class QProgressDialog;
 
 // The host's progress bar for long operations on the GUI thread. Without a display or
 // under the test seam it only records its title, text and values.
-class VXProgressBar : public QObject
+class VXProgressBar : public QObject, public ProgressSink
 {
     Q_OBJECT
 public:
@@ -16,7 +18,7 @@ public:
     ~VXProgressBar() override;
 
     void setText(const QString& text);
-    void setValue(int value);
+    void setValue(int value) override;
     int value() const { return m_value; }
     void finish();
 

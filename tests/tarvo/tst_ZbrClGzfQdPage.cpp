@@ -1,0 +1,282 @@
+#include "TestProject.h"
+
+#include "ZbrClGzfQd/PopupDialog/SummarySelectionDialog.h"
+#include "ZbrClGzfQd/ZbrClGzfQdSjWidget.h"
+#include "ZbrClGzfQd/ZbrClGzfQdWidget.h"
+#include "common/BillModel.h"
+#include "common/RowsCountInputDialog.h"
+
+#include "InteractionSeam.h"
+#include "ZbrClGzfQdBusiness.h"
+#include "zTableView.h"
+
+#include <QAction>
+#include <QMessageBox>
+#include <QUndoStack>
+#include <QtTest>
+
+// The tenderer-purchased materials list: block selection, deleting, keeping, sorting and
+// summarising the unit projects' materials.
+class tst_ZbrClGzfQdPage : public QObject
+{
+    Q_OBJECT
+
+private:
+    RURecordControl* undo() { return RURecordControl::GetInstance(); }
+
+    struct Page
+    {
+        explicit Page(TestProject& p)
+        {
+            QVariant node = QVariant::fromValue(p.unit);
+            widget.ProcMsg(74, &node);
+        }
+        ZbrClGzfQdSjWidget* grid() { return static_cast<ZbrClGzfQdSjWidget*>(widget.sjWidget()); }
+        void focus(int row) { grid()->view()->setCurrentIndex(grid()->model()->index(row, 0)); }
+        ZbrClGzfQdWidget widget;
+    };
+
+    static ZbrClGzfQdTable* list(TestProject& p) { return p.current->getTenderInventory()->getZbrClGzfQdTable(); }
+
+    static void material(GeneralTableBase* t, int serial, const QString& name, double price, double quantity)
+    {
+        TestProject::row(t, 1, {{1, serial}, {3, name}, {5, "t"}, {7, price}, {9, quantity}, {10, price * quantity}});
+    }
+
+    static QStringList names(GeneralTableBase* t)
+    {
+        QStringList list;
+        for (BaseDataItem* item : t->items())
+            list << item->getValue(3).toString();
+        return list;
+    }
+
+    static QList<int> block(GeneralTableBase* t)
+    {
+        QList<int> rows;
+        for (int r = 0; r < t->count(); ++r)
+            if (t->at(r)->IsBlock())
+                rows << r;
+        return rows;
+    }
+
+    static void unitMaterial(ConstructionWorks* works, const QString& name, double price, double quantity,
+                             bool provisional = false, const QString& origin = "四川")
+    {
+        TestProject::row(works->getRcjHzTable(), 1,
+                         {{3, name}, {4, ""}, {5, "t"}, {7, price}, {9, quantity}, {11, provisional}, {12, origin}});
+    }
+
+private slots:
+    void init()
+    {
+        InteractionSeam::setScripted(true);
+        InteractionSeam::clear();
+        undo()->ForgetHistory();
+    }
+
+    void sortsPutBlanksLastAndKeepOtherRowsAfter()
+    {
+        TestProject p;
+        ZbrClGzfQdTable* t = list(p);
+        material(t, 1, "钢筋", 4200, 10);
+        material(t, 2, "水泥", 480, 0); // zero quantity: blank, last by quantity
+        material(t, 3, "电梯", 285000, 2);
+        material(t, 4, "安全网", 12, 500);
+        TestProject::row(t, 2, {{3, "合计"}});
+        Page page(p);
+        page.grid()->Sort(ZbrClGzfQdSjWidget::ByQuantity);
+        QCOMPARE(names(t), QStringList({"安全网", "钢筋", "电梯", "水泥", "合计"}));
+        QCOMPARE(page.grid()->model()->index(3, page.grid()->model()->columnOfField(9)).data().toString(), QString());
+        QCOMPARE(undo()->undoStack()->undoText(), QString("排序.数量"));
+        page.grid()->Sort(ZbrClGzfQdSjWidget::ByName); // pinyin order
+        QCOMPARE(names(t), QStringList({"安全网", "电梯", "钢筋", "水泥", "合计"}));
+        page.grid()->Sort(ZbrClGzfQdSjWidget::ByAmount);
+        QCOMPARE(names(t).first(), QString("电梯"));
+        QCOMPARE(undo()->undoStack()->count(), 3);
+        QVERIFY(undo()->Undo());
+        QVERIFY(undo()->Undo());
+        QVERIFY(undo()->Undo());
+        QCOMPARE(names(t), QStringList({"钢筋", "水泥", "电梯", "安全网", "合计"}));
+    }
+
+    void blockHeadTailAndInversion()
+    {
+        TestProject p;
+        ZbrClGzfQdTable* t = list(p);
+        for (int i = 0; i < 6; ++i)
+            material(t, i + 1, QString("材料%1").arg(i), 10, 1);
+        TestProject::row(t, 1, {}); // an empty row
+        Page page(p);
+        page.focus(2);
+        page.grid()->DefineBlockHead();
+        QCOMPARE(block(t), QList<int>({2}));
+        page.focus(4);
+        page.grid()->DefineBlockTail();
+        QCOMPARE(block(t), QList<int>({2, 3, 4}));
+        page.focus(1); // a head above the block reaches down to it
+        page.grid()->DefineBlockHead();
+        QCOMPARE(block(t), QList<int>({1, 2, 3, 4}));
+        page.focus(3);
+        page.grid()->DefineBlockTail(); // rows below the tail leave
+        QCOMPARE(block(t), QList<int>({1, 2, 3}));
+        page.grid()->InvertBlock(); // the empty row stays out
+        QCOMPARE(block(t), QList<int>({0, 4, 5}));
+        page.grid()->CancelBlock();
+        QVERIFY(block(t).isEmpty());
+        QCOMPARE(undo()->undoStack()->count(), 0); // block changes are no undo steps
+        QCOMPARE(page.grid()->action("选中当前行")->shortcut(), QKeySequence("Ctrl+Left"));
+        QCOMPARE(page.grid()->action("不选中当前行")->shortcut(), QKeySequence("Ctrl+Left"));
+        QCOMPARE(page.grid()->action("全选")->shortcutContext(), Qt::WidgetWithChildrenShortcut);
+    }
+
+    void deletingRowsOrTheBlock()
+    {
+        TestProject p;
+        ZbrClGzfQdTable* t = list(p);
+        for (int i = 0; i < 5; ++i)
+            material(t, i + 1, QString("材料%1").arg(i), 10, 1);
+        Page page(p);
+        page.focus(1);
+        page.grid()->DeleteRowsOrBlock(); // empty block: the focused row only, no question
+        QCOMPARE(names(t), QStringList({"材料0", "材料2", "材料3", "材料4"}));
+        QVERIFY(InteractionSeam::shown().isEmpty());
+        t->at(0)->SetBlock(true);
+        t->at(2)->SetBlock(true);
+        InteractionSeam::pushAnswer(int(QMessageBox::Yes));
+        page.grid()->DeleteRowsOrBlock();
+        QCOMPARE(InteractionSeam::lastShown().text, QString("你确定要删除定义块内的材料行吗?"));
+        QCOMPARE(names(t), QStringList({"材料2", "材料4"}));
+        QCOMPARE(undo()->undoStack()->count(), 2);
+    }
+
+    void clearingKeepingAndClearingQuantities()
+    {
+        TestProject p;
+        ZbrClGzfQdTable* t = list(p);
+        for (int i = 0; i < 5; ++i)
+            material(t, i + 1, QString("材料%1").arg(i), 10, i + 1);
+        Page page(p);
+        InteractionSeam::pushAnswer(int(QMessageBox::No));
+        page.grid()->ClearQuantitiesOrPrices(false, false);
+        QCOMPARE(InteractionSeam::lastShown().text, QString("确定去除所有材料数量信息吗?"));
+        QCOMPARE(t->at(4)->getDouble(9), 5.0);
+        t->at(4)->SetBlock(true);
+        InteractionSeam::pushAnswer(int(QMessageBox::Yes));
+        page.grid()->ClearQuantitiesOrPrices(true, true);
+        QCOMPARE(InteractionSeam::lastShown().text, QString("确定去除定义块内的材料价格信息吗?"));
+        QVERIFY(!t->at(4)->getValue(7).isValid());
+        QCOMPARE(t->at(4)->getDouble(10), 0.0);
+        QCOMPARE(t->at(3)->getDouble(7), 10.0);
+
+        page.grid()->KeepFirstRows(30); // 5 rows: nothing to remove
+        QCOMPARE(t->count(), 5);
+        page.grid()->KeepFirstRows(3);
+        QCOMPARE(t->count(), 3);
+        QCOMPARE(undo()->undoStack()->undoText(), QString("保留前30行,其余删除"));
+        InteractionSeam::setModalHook([](QDialog* d) { static_cast<RowsCountInputDialog*>(d)->setRowsCount(2); });
+        InteractionSeam::pushAnswer(int(QDialog::Accepted));
+        page.grid()->KeepFirstRowsAsked();
+        QCOMPARE(t->count(), 2);
+        QCOMPARE(undo()->undoStack()->undoText(), QString("保留前2行,其余删除"));
+        InteractionSeam::setModalHook([](QDialog* d) { static_cast<RowsCountInputDialog*>(d)->setRowsCount(0); });
+        InteractionSeam::pushAnswer(int(QDialog::Accepted));
+        page.grid()->KeepFirstRowsAsked();
+        QCOMPARE(t->count(), 2); // n = 0 removes nothing
+
+        InteractionSeam::pushAnswer(int(QMessageBox::Yes));
+        page.grid()->ClearAllRows();
+        QCOMPARE(t->count(), 1);
+        QVERIFY(ZbrClGzfQdBusiness::CheckIsEmptyRow(t->at(0)));
+    }
+
+    void clearingFiveRowsLeavesFourEmptyOnes()
+    {
+        TestProject p;
+        ZbrClGzfQdTable* t = list(p);
+        for (int i = 0; i < 5; ++i)
+            material(t, i + 1, QString("材料%1").arg(i), 10, 1);
+        Page page(p);
+        InteractionSeam::pushAnswer(int(QMessageBox::No));
+        page.grid()->ClearAllRows();
+        QCOMPARE(t->count(), 5);
+        InteractionSeam::pushAnswer(int(QMessageBox::Yes));
+        page.grid()->ClearAllRows();
+        QCOMPARE(t->count(), 4);
+        QCOMPARE(undo()->undoStack()->count(), 1);
+    }
+
+    void cancelledSummaryChangesNothing()
+    {
+        TestProject p;
+        ZbrClGzfQdTable* t = list(p);
+        material(t, 1, "电梯", 285000, 2);
+        t->at(0)->loadValue(22, true);
+        Page page(p);
+        InteractionSeam::pushAnswer(int(QDialog::Rejected));
+        page.grid()->slotAcHzZgCl();
+        QCOMPARE(InteractionSeam::lastShown().title, QString("选择"));
+        QCOMPARE(names(t), QStringList{"电梯"});
+        QVERIFY(t->at(0)->getValue(22).toBool());
+        QCOMPARE(undo()->undoStack()->count(), 0);
+    }
+
+    void refreshReportsAndMarks()
+    {
+        TestProject p;
+        ConstructionWorks* second = p.plain;
+        // Three materials priced differently in the two unit projects, one alike.
+        for (const char* name : {"钢筋", "水泥", "中砂"}) {
+            unitMaterial(p.current, QString::fromUtf8(name), 100, 10);
+            unitMaterial(second, QString::fromUtf8(name), 110, 5);
+        }
+        unitMaterial(p.current, "碎石", 120, 8);
+        unitMaterial(second, "碎石", 120, 2);
+        ZbrClGzfQdTable* t = list(p);
+        for (const char* name : {"钢筋", "水泥", "中砂", "碎石", "电梯", "变压器"})
+            material(t, t->count() + 1, QString::fromUtf8(name), 1, 1);
+        Page page(p);
+        InteractionSeam::setModalHook([](QDialog* d) { static_cast<SummarySelectionDialog*>(d)->choose(1); });
+        InteractionSeam::pushAnswer(int(QDialog::Accepted));
+        page.grid()->slotAcSxZgCl();
+        QCOMPARE(InteractionSeam::lastShown().text,
+                 QString("有3条材料在单位工程中的价格不统一(该类材料由定义块选中！)\n"
+                         "有2条材料在单位工程中没有对应数据(该类材料固定列加有问号标记，双击?号可以取消标注！)"));
+        QCOMPARE(block(t), QList<int>({0, 1, 2}));
+        QCOMPARE(t->at(4)->getValue(22).toBool(), true);
+        QCOMPARE(t->at(5)->getValue(22).toBool(), true);
+        QCOMPARE(t->at(3)->getDouble(9), 10.0); // quantities summed over the unit projects
+        QCOMPARE(undo()->undoStack()->undoText(), QString("刷新所有工程材料"));
+        QCOMPARE(ZbrClGzfQdSjWidget::RefreshReport(0, 0), QString());
+
+        // A double-click on the mark dismisses it; a row without one changes nothing.
+        page.grid()->ClearQuestionMark(0);
+        QCOMPARE(undo()->undoStack()->count(), 1);
+        page.grid()->ClearQuestionMark(4);
+        QVERIFY(!t->at(4)->getValue(22).toBool());
+        QCOMPARE(undo()->undoStack()->count(), 2);
+
+        // Summarising starts from no marks and rebuilds the list from the unit projects.
+        InteractionSeam::setModalHook([](QDialog* d) { static_cast<SummarySelectionDialog*>(d)->choose(1); });
+        InteractionSeam::pushAnswer(int(QDialog::Accepted));
+        // While the host rebuilds, the grid shows the former rows.
+        const int former = t->count();
+        BillModel* model = page.grid()->model();
+        bool sawCopy = false;
+        InteractionSeam::setShownHook([&](const InteractionSeam::Shown& shown) {
+            if (shown.kind == "progress")
+                sawCopy = model->table() != t && model->rowCount() == former;
+        });
+        page.grid()->slotAcHzZgCl();
+        QVERIFY(sawCopy);
+        QCOMPARE(model->table(), t);
+        QCOMPARE(names(t), QStringList({"钢筋", "水泥", "中砂", "碎石", "合计"}));
+        QCOMPARE(ZbrClGzfQdBusiness::GetBCzDyClCount(p.current), 0);
+        QCOMPARE(undo()->undoStack()->undoText(), QString("汇总所有工程材料"));
+        QVERIFY(undo()->Undo());
+        QCOMPARE(t->count(), former);
+    }
+};
+
+QTEST_MAIN(tst_ZbrClGzfQdPage)
+#include "tst_ZbrClGzfQdPage.moc"
