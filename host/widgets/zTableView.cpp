@@ -3,6 +3,7 @@
 #include "BaseDataItemModel.h"
 #include "InteractionSeam.h"
 #include "VXEditorDelegate.h"
+#include "zRowHeaderView.h"
 #include "SharedInterface.h"
 #include "zFileDialog.h"
 #include "zMessageBox.h"
@@ -28,6 +29,7 @@ zTableView::zTableView(QWidget* parent) : QTableView(parent)
                     | QAbstractItemView::AnyKeyPressed);
     setAlternatingRowColors(false);
     horizontalHeader()->setHighlightSections(false);
+    setVerticalHeader(new zRowHeaderView(this));
     verticalHeader()->setSectionResizeMode(QHeaderView::Interactive);
     verticalHeader()->installEventFilter(this);
     setItemDelegate(new VXEditorDelegate(this));

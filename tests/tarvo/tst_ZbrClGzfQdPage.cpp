@@ -248,6 +248,10 @@ private slots:
         QCOMPARE(t->at(3)->getDouble(9), 10.0); // quantities summed over the unit projects
         QCOMPARE(undo()->undoStack()->undoText(), QString("刷新所有工程材料"));
         QCOMPARE(ZbrClGzfQdSjWidget::RefreshReport(0, 0), QString());
+        if (qEnvironmentVariableIsSet("TARVO_SCREENSHOT_DIR")) { // for looking at
+            page.widget.resize(1100, 360);
+            page.widget.grab().save(qEnvironmentVariable("TARVO_SCREENSHOT_DIR") + "/materials-refreshed.png");
+        }
 
         // A double-click on the mark dismisses it; a row without one changes nothing.
         page.grid()->ClearQuestionMark(0);
