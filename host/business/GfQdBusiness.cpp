@@ -105,14 +105,5 @@ void GfQdBusiness::CalculateGfQdTable(ConstructionWorks* works, GfSjQdTable* tab
 
 void GfQdBusiness::ReplaceTableContentFromOther(GfSjQdTable* target, const GfSjQdTable* source)
 {
-    if (!target || !source)
-        return;
-    target->Clear();
-    for (const BaseDataItem* from : source->items()) {
-        BaseDataItem* item = target->CreateItem();
-        item->loadState(from->getKind(), false, from->getRowHeight(), from->getNote());
-        for (int f = 0; f < from->fieldCount(); ++f)
-            item->loadValue(f, from->getValue(f));
-        target->BaseDataItemAppend(item);
-    }
+    TableOps::replaceRows(target, source);
 }

@@ -200,16 +200,7 @@ void QtXmQdJJjbBusiness::AdjustQtXmQdRowType(QtXmQdHzTable* table)
 
 void QtXmQdJJjbBusiness::ReplaceTableContentFromOther(QtXmQdHzTable* target, const QtXmQdHzTable* source)
 {
-    if (!target || !source)
-        return;
-    target->Clear();
-    for (const BaseDataItem* from : source->items()) {
-        BaseDataItem* item = target->CreateItem();
-        item->loadState(from->getKind(), false, from->getRowHeight(), from->getNote());
-        for (int f = 0; f < from->fieldCount(); ++f)
-            item->loadValue(f, from->getValue(f));
-        target->BaseDataItemAppend(item);
-    }
+    TableOps::replaceRows(target, source);
 }
 
 bool QtXmQdJJjbBusiness::ExtractSporadicWorkItemFees(ConstructionWorks* works)

@@ -60,6 +60,20 @@ void renumber(GeneralTableBase* table, int kind)
             item->setValue(1, ++n);
 }
 
+void replaceRows(GeneralTableBase* target, const GeneralTableBase* source)
+{
+    if (!target || !source)
+        return;
+    target->Clear();
+    for (const BaseDataItem* from : source->items()) {
+        BaseDataItem* item = target->CreateItem();
+        item->loadState(from->getKind(), from->IsBlock(), from->getRowHeight(), from->getNote());
+        for (int f = 0; f < from->fieldCount(); ++f)
+            item->loadValue(f, from->getValue(f));
+        target->BaseDataItemAppend(item);
+    }
+}
+
 } // namespace TableOps
 
 namespace TableOps {

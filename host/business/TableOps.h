@@ -20,6 +20,9 @@ BaseDataItem* insertNew(GeneralTableBase* table, int row, int kind);
 bool canMove(const GeneralTableBase* table, int from, int to, int fixedKind);
 // Renumbers field 1 of rows of the given kind 1, 2, 3 ...
 void renumber(GeneralTableBase* table, int kind);
+// Replaces the target's rows by copies of the source's rows (journalled on the target when
+// it belongs to a unit project).
+void replaceRows(GeneralTableBase* target, const GeneralTableBase* source);
 
 } // namespace TableOps
 

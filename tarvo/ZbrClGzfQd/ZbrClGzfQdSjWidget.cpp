@@ -12,6 +12,7 @@
 #include "ProjectWorks.h"
 #include "RURecordControl.h"
 #include "VXProgressBar.h"
+#include "TableOps.h"
 #include "ZbrClGzfQdBusiness.h"
 #include "zMessageBox.h"
 #include "zTableView.h"
@@ -489,13 +490,7 @@ void ZbrClGzfQdSjWidget::summariseOrRefresh(bool refresh)
     // The grid shows a copy while the host rebuilds the list.
     ZbrClGzfQdTable* live = list();
     auto copy = std::make_unique<ZbrClGzfQdTable>();
-    for (const BaseDataItem* item : live->items()) {
-        BaseDataItem* clone = copy->CreateItem();
-        clone->loadState(item->getKind(), item->IsBlock(), item->getRowHeight(), item->getNote());
-        for (int f = 0; f < item->fieldCount(); ++f)
-            clone->loadValue(f, item->getValue(f));
-        copy->attach(copy->count(), clone);
-    }
+    TableOps::replaceRows(copy.get(), live);
     model()->setTableSource(works(), copy.get());
     struct Restore
     {
