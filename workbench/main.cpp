@@ -5,6 +5,7 @@
 #include "ModuleHost.h"
 
 #include "ProjectWorks.h"
+#include "zBatMessage.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -30,6 +31,9 @@ int main(int argc, char** argv)
     parser.addOption(module);
     parser.addPositionalArgument(QStringLiteral("project"), QStringLiteral("工程文件"));
     parser.process(app);
+
+    // This instance on the message bus between running workbenches ("AppId", "BatUtil").
+    zBatMessage::Instance()->installIntoApplication();
 
     MainWindow window;
     window.loadModule(parser.isSet(module) ? parser.value(module) : ModuleHost::defaultLibraryPath());

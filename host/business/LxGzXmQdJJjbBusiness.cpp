@@ -99,3 +99,20 @@ bool LxGzXmQdJJjbBusiness::CalculateFormula(ConstructionWorks* works, const QStr
     return VXParseAlg::getInstance()->ExpCalc(text, FyBlBusiness::GetInstance()->variables(works),
                                               result, error);
 }
+
+void LxGzXmQdJJjbBusiness::AdjustLxGzXmQdRowType(const QList<BaseDataItem*>& items)
+{
+    for (BaseDataItem* item : items)
+        if (item->getKind() != 0 && item->getKind() != 1)
+            item->setKind(0);
+}
+
+void LxGzXmQdJJjbBusiness::ReplaceTableContentFromOther(LxGzXmRgDjQdTable* target, const LxGzXmRgDjQdTable* source)
+{
+    TableOps::replaceRows(target, source);
+}
+
+BaseDataItem* LxGzXmQdJJjbBusiness::InsertItem(LxGzXmRgDjQdTable* table, int row)
+{
+    return TableOps::insertNew(table, row < 0 ? (table ? table->count() : 0) : row, 0);
+}

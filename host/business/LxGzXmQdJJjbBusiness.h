@@ -22,6 +22,15 @@ public:
     static bool RemoveItem(ConstructionWorks* works, LxGzXmRgDjQdTable* table, int row);
     static bool GridRowCanMove(LxGzXmRgDjQdTable* table, int from, int to);
     static bool GridRowMove(LxGzXmRgDjQdTable* table, int from, int to);
+    // Rows read from a template: unknown kinds become labour rows.
+    static void AdjustLxGzXmQdRowType(const QList<BaseDataItem*>& items);
+    static void ReplaceTableContentFromOther(LxGzXmRgDjQdTable* target, const LxGzXmRgDjQdTable* source);
+    static void AquireLxGzXmQdTemplate(LxGzXmRgDjQdTable* target, const LxGzXmRgDjQdTable* source)
+    {
+        ReplaceTableContentFromOther(target, source);
+    }
+    static BaseDataItem* InsertItem(LxGzXmRgDjQdTable* table, int row);
+
     // Evaluates text as a number or an arithmetic expression over the works' fee variables.
     // Empty text gives false with an empty error.
     static bool CalculateFormula(ConstructionWorks* works, const QString& text, double& result,

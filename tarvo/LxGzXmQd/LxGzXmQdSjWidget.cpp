@@ -1,14 +1,55 @@
 #include "LxGzXmQdSjWidget.h"
 
 #include "LxGzXmQdModel.h"
+#include "common/TarvoGuard.h"
 
-#include "LxGzXmQdJJjbBusiness.h"
-
+#include "AuditBusiness.h"
 #include "ConstructionWorks.h"
+#include "DataManagement.h"
+#include "HostConstants.h"
+#include "LxGzXmQdJJjbBusiness.h"
+#include "MsgExplain.h"
+#include "SharedInterface.h"
+#include "TemplateAccess.h"
+#include "XtBlBusiness.h"
+#include "zFileDialog.h"
+#include "zMessageBox.h"
+#include "zTableView.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QMenu>
+#include <QRegularExpression>
+#include <QSet>
+
+namespace {
+
+QString templatePath(const QString& name)
+{
+    return SharedInterface::GetAppPath() + HostConstants::SubGCSZDir + name + HostConstants::LxGcXmQdTemplateFileProfix;
+}
+
+} // namespace
 
 LxGzXmQdSjWidget::LxGzXmQdSjWidget(AuditBusiness* audit, QWidget* parent) : BillSjWidget(audit, parent)
 {
     init(new LxGzXmQdModel(this));
+    view()->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(view(), &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
+        QMenu menu(this);
+        QMenu* apply = menu.addMenu(QStringLiteral("调用内容模板"));
+        for (const QString& name : TemplateNames())
+            connect(apply->addAction(name), &QAction::triggered, this, [this, name] { CurSporadicWorksTempChanged(name); });
+        connect(menu.addAction(QStringLiteral("保存为内容模板")), &QAction::triggered, this, &LxGzXmQdSjWidget::SaveTemplate);
+        menu.addSeparator();
+        connect(menu.addAction(QStringLiteral("插入行")), &QAction::triggered, this, &LxGzXmQdSjWidget::InsertRow);
+        connect(menu.addAction(QStringLiteral("删除当前行")), &QAction::triggered, this,
+                [this] { DeleteCurrentRow(QStringLiteral("删除当前行")); });
+        connect(menu.addAction(QStringLiteral("清除所有行")), &QAction::triggered, this, &LxGzXmQdSjWidget::ClearAllRows);
+        for (QAction* action : menu.actions())
+            action->setEnabled(!isLocked());
+        menu.exec(view()->viewport()->mapToGlobal(pos));
+    });
 }
 
 GeneralTableBase* LxGzXmQdSjWidget::pageTable(ConstructionWorks* works) const
@@ -16,18 +57,162 @@ GeneralTableBase* LxGzXmQdSjWidget::pageTable(ConstructionWorks* works) const
     return works->getTenderInventory()->getLxGzXmRgDjQdTable();
 }
 
-LxGzXmRgDjQdTable* LxGzXmQdSjWidget::pageTable() const
+LxGzXmRgDjQdTable* LxGzXmQdSjWidget::list() const
 {
     return static_cast<LxGzXmRgDjQdTable*>(table());
 }
 
+int LxGzXmQdSjWidget::currentRow() const
+{
+    return view()->currentIndex().isValid() ? view()->currentIndex().row() : -1;
+}
+
 bool LxGzXmQdSjWidget::canMoveRows(int from, int to) const
 {
-    return LxGzXmQdJJjbBusiness::GridRowCanMove(pageTable(), from, to);
+    return LxGzXmQdJJjbBusiness::GridRowCanMove(list(), from, to);
 }
 
 bool LxGzXmQdSjWidget::moveRows(int from, int to)
 {
-    LxGzXmRgDjQdTable* t = pageTable();
-    return LxGzXmQdJJjbBusiness::GridRowMove(t, from, to);
+    return LxGzXmQdJJjbBusiness::GridRowMove(list(), from, to);
+}
+
+void LxGzXmQdSjWidget::slotSelectSporadicItem(double price)
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("slotSelectSporadicItem"), [&] {
+        if (!list() || isLocked())
+            return;
+        QSet<int> seen;
+        QList<int> rows;
+        for (const QModelIndex& index : view()->selectionModel()->selectedIndexes())
+            if (!seen.contains(index.row())) {
+                seen.insert(index.row());
+                rows << index.row();
+            }
+        if (rows.isEmpty())
+            return;
+        model()->recorded(8, QStringLiteral("选择零星人工单价"), [&] {
+            for (int row : std::as_const(rows)) {
+                const BaseDataItem* item = list()->at(row);
+                if (item && item->getKind() != 1) // summary rows keep their price
+                    LxGzXmQdJJjbBusiness::ProcColunmValueChanged(works(), list(), row, 4, price);
+            }
+            return true;
+        });
+    });
+}
+
+QStringList LxGzXmQdSjWidget::TemplateNames()
+{
+    const QString suffix = HostConstants::LxGcXmQdTemplateFileProfix;
+    QStringList names;
+    const QFileInfoList files = QDir(SharedInterface::GetAppPath() + HostConstants::SubGCSZDir)
+                                    .entryInfoList({QLatin1Char('*') + suffix}, QDir::Files | QDir::NoSymLinks, QDir::Name);
+    for (const QFileInfo& file : files)
+        names << file.fileName().chopped(suffix.size());
+    return names;
+}
+
+void LxGzXmQdSjWidget::CurSporadicWorksTempChanged(const QString& name)
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("CurSporadicWorksTempChanged"), [&] {
+        ConstructionWorks* unit = works();
+        const QString path = templatePath(name);
+        if (!unit || !list() || isLocked() || !QFileInfo::exists(path)
+            || !DataManagement::getInstance()->GetSJPriceModelConfig(node()))
+            return; // no such template: the table stays as it is
+        LxGzXmRgDjQdTable temporary;
+        QString error;
+        if (!TemplateAccess::ReadTemplateFile(path, &temporary, LxGzXmRgDjQdTable::Type, &error)) {
+            showWarning(this, QStringLiteral("提示"), error);
+            return;
+        }
+        model()->recorded(8, QStringLiteral("模板选择"), [&] {
+            XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), unit->getAuditId(), unit->getNodeId(), 4, name);
+            LxGzXmQdJJjbBusiness::AdjustLxGzXmQdRowType(temporary.items());
+            LxGzXmQdJJjbBusiness::ReplaceTableContentFromOther(list(), &temporary);
+            LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(unit, list());
+            return true;
+        });
+        if (audit())
+            audit()->CreateRelationByTable(3);
+    });
+}
+
+void LxGzXmQdSjWidget::SaveTemplate()
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("SaveTemplate"), [&] {
+        if (!list())
+            return;
+        bool ok = false;
+        const QString name =
+            zFileDialog::getText(this, QStringLiteral("保存模板"), QStringLiteral("模板名称："), QString(), &ok).trimmed();
+        if (!ok || name.isEmpty())
+            return;
+        static const QRegularExpression invalid(QStringLiteral("[\\\\/:*?\"<>|]"));
+        if (name.contains(invalid) || name.startsWith(QLatin1Char('.'))) {
+            showWarning(this, QStringLiteral("提示"), QStringLiteral("模板名称“%1”无效，请重新输入。").arg(name));
+            return;
+        }
+        QString error;
+        if (!TemplateAccess::WriteTemplateFile(templatePath(name), list(), LxGzXmRgDjQdTable::Type, &error)) {
+            showWarning(this, QStringLiteral("提示"), error);
+            return;
+        }
+        showInformation(this, QStringLiteral("信息"), QStringLiteral("保存成功！"));
+    });
+}
+
+void LxGzXmQdSjWidget::InsertRow()
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("InsertRow"), [&] {
+        if (!list() || isLocked())
+            return;
+        model()->recorded(8, QStringLiteral("插入行"),
+                          [&] { return LxGzXmQdJJjbBusiness::InsertItem(list(), currentRow()) != nullptr; });
+    });
+}
+
+void LxGzXmQdSjWidget::DeleteCurrentRow(const QString& label)
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("DeleteCurrentRow"), [&] {
+        view()->closeEditor();
+        const int row = currentRow();
+        if (!list() || isLocked() || row < 0)
+            return;
+        model()->recorded(8, label, [&] { return LxGzXmQdJJjbBusiness::RemoveItem(works(), list(), row); });
+    });
+}
+
+void LxGzXmQdSjWidget::ClearAllRows()
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("ClearAllRows"), [&] {
+        if (!list() || isLocked() || !showQuestion(this, QStringLiteral("提示"), QStringLiteral("你确定清除所有行内容吗?")))
+            return;
+        model()->recorded(8, QStringLiteral("清除所有行"), [&] {
+            list()->Clear();
+            return true;
+        });
+    });
+}
+
+void LxGzXmQdSjWidget::onRibbonCommand(const QVariant& payload)
+{
+    if (payload.userType() == qMetaTypeId<MsgExplain::MenuComboInfo>()) {
+        const auto combo = payload.value<MsgExplain::MenuComboInfo>();
+        if (combo.strItem == QStringLiteral("模板选择"))
+            CurSporadicWorksTempChanged(combo.strText);
+        return;
+    }
+    const QString command = payload.toString();
+    if (command == QStringLiteral("插入行"))
+        InsertRow();
+    else if (command == QStringLiteral("招投标-删除行") || command == QStringLiteral("删除当前行")
+             || command == QStringLiteral("删除"))
+        DeleteCurrentRow(command);
+    else if (command == QStringLiteral("清除所有行"))
+        ClearAllRows();
+    else if (command == QStringLiteral("保存为内容模板") || command == QStringLiteral("另存模板")
+             || command == QStringLiteral("保存模板"))
+        SaveTemplate();
 }

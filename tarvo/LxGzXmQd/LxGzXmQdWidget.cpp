@@ -2,12 +2,21 @@
 
 #include "LxGzXmQdSjWidget.h"
 #include "LxGzXmQdSsWidget.h"
+#include "SporadicWorksWidget.h"
 #include <QGridLayout>
 #include <QSplitter>
 
 LxGzXmQdWidget::LxGzXmQdWidget(QWidget* parent) : BillPageWidget(parent)
 {
     init();
+}
+
+void LxGzXmQdWidget::ProcMsg(int msgId, QVariant* payload)
+{
+    BillPageWidget::ProcMsg(msgId, payload);
+    // The panel follows the page's read-only state.
+    if (m_sporadic && (msgId == 74 || msgId == 79 || msgId == 41))
+        m_sporadic->slotChangeReadOnly(sjWidget()->isLocked());
 }
 
 BillSjWidget* LxGzXmQdWidget::createSjWidget()
@@ -44,10 +53,11 @@ void LxGzXmQdWidget::InitWidget()
     grids->setHandleWidth(6);
     contentLayout->addWidget(grids);
 
-    // The labour-rate query panel's place; it stays hidden until the panel fills it.
-    auto* sporadic = new QWidget(splitter);
-    sporadic->setObjectName(QStringLiteral("sporadicWorksWidget"));
-    sporadic->hide();
+    // The regional labour-rate query panel beside the bill.
+    m_sporadic = new SporadicWorksWidget(splitter);
+    auto* sporadic = m_sporadic;
+    connect(m_sporadic, &SporadicWorksWidget::signalSelectSporadicItem,
+            static_cast<LxGzXmQdSjWidget*>(sjWidget()), &LxGzXmQdSjWidget::slotSelectSporadicItem);
     splitter->addWidget(content);
     splitter->addWidget(sporadic);
     splitter->setSizes({400, 400});

@@ -2,12 +2,16 @@
 
 #include "common/BillPageWidget.h"
 
+class SporadicWorksWidget;
+
 // The page "零星工作项目人工单价清单".
 class LxGzXmQdWidget : public BillPageWidget
 {
     Q_OBJECT
 public:
     explicit LxGzXmQdWidget(QWidget* parent = nullptr);
+    void ProcMsg(int msgId, QVariant* payload);
+    SporadicWorksWidget* sporadicWidget() const { return m_sporadic; }
 
 protected:
     BillSjWidget* createSjWidget() override;
@@ -17,4 +21,7 @@ protected:
 protected:
     // The daywork page keeps the labour-rate query panel beside its grid.
     void InitWidget() override;
+
+private:
+    SporadicWorksWidget* m_sporadic = nullptr;
 };

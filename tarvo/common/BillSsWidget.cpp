@@ -23,7 +23,7 @@ void BillSsWidget::init(BillModel* model, const QString& listName)
     m_view->LoadTableHeader(listName);
     m_view->setModel(m_model);
     m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    auto* title = new QLabel(QStringLiteral("送审版本"), this);
+    auto* title = m_title = new QLabel(QStringLiteral("送审版本"), this);
     title->setStyleSheet(QStringLiteral("QLabel { background: #fff4d6; padding: 3px 6px; color: #7a5a00; }"));
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -48,6 +48,11 @@ void BillSsWidget::ProcMsg(int msgId, QVariant* payload)
             Reload();
         }
     });
+}
+
+void BillSsWidget::setTitle(const QString& title)
+{
+    m_title->setText(title);
 }
 
 void BillSsWidget::Reload()

@@ -18,6 +18,7 @@ public:
 
     void ProcMsg(int msgId, QVariant* payload);
     void Reload();
+    void setTitle(const QString& title);
     zTableView* view() const { return m_view; }
     BillModel* model() const { return m_model; }
     GeneralTableBase* table() const { return m_table; }
@@ -33,4 +34,5 @@ private:
     zTableView* m_view = nullptr;
     BillModel* m_model = nullptr;
     GeneralTableBase* m_table = nullptr;
+    class QLabel* m_title = nullptr;
 };

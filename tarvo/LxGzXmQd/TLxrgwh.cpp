@@ -1,0 +1,265 @@
+#include "TLxrgwh.h"
+
+#include "LxrgStore.h"
+#include "TLxrgwh_Dqfy.h"
+#include "TLxrgwh_Gzwh.h"
+
+#include "zMessageBox.h"
+#include "zTitleModal.h"
+
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QStandardItemModel>
+#include <QTableView>
+#include <QVBoxLayout>
+
+TLxrgwh::TLxrgwh(const QString& dq, const QString& sj, QWidget* parent)
+    : QDialog(parent), m_dq(new QComboBox(this)), m_sj(new QComboBox(this)), m_grid(new QTableView(this)),
+      m_model(new QStandardItemModel(0, 3, this))
+{
+    setObjectName(QStringLiteral("TLxrgwh"));
+    setWindowTitle(QStringLiteral("零星人工维护"));
+    auto* layout = new QVBoxLayout(this);
+    auto* condition = new QHBoxLayout;
+    condition->addWidget(new QLabel(QStringLiteral("所在地区"), this));
+    condition->addWidget(m_dq, 1);
+    condition->addWidget(new QLabel(QStringLiteral("开始执行时间"), this));
+    condition->addWidget(m_sj);
+    layout->addLayout(condition);
+    m_model->setHorizontalHeaderLabels({QStringLiteral("工种"), QStringLiteral("单价"), QStringLiteral("备注")});
+    m_grid->setModel(m_model);
+    m_grid->setFont(QFont(QStringLiteral("SimSun"), 9));
+    m_grid->horizontalHeader()->setStretchLastSection(true);
+    layout->addWidget(m_grid, 1);
+    auto* buttons = new QHBoxLayout;
+    const struct
+    {
+        QString text;
+        void (TLxrgwh::*slot)();
+    } actions[] = {{QStringLiteral("地区复用"), &TLxrgwh::slotDqfy},
+                   {QStringLiteral("新增"), &TLxrgwh::slotAddRow},
+                   {QStringLiteral("删除"), &TLxrgwh::slotDeleteRow},
+                   {QStringLiteral("工种维护"), &TLxrgwh::slotGzwh}};
+    for (const auto& action : actions) {
+        auto* button = new QPushButton(action.text, this);
+        connect(button, &QPushButton::clicked, this, action.slot);
+        buttons->addWidget(button);
+    }
+    buttons->addStretch();
+    auto* close = new QPushButton(QStringLiteral("关闭"), this);
+    connect(close, &QPushButton::clicked, this, &TLxrgwh::closeLxrgwh);
+    connect(this, &TLxrgwh::closeLxrgwh, this, &QDialog::reject);
+    buttons->addWidget(close);
+    layout->addLayout(buttons);
+    resize(620, 460);
+
+    loadComboxDq();
+    loadComboxSj();
+    m_dq->setCurrentText(dq);
+    m_sj->setCurrentIndex(qMax(0, m_sj->findText(sj)));
+    slotFindDq(dq);
+    connect(m_dq, &QComboBox::currentTextChanged, this, &TLxrgwh::slotFindDq);
+    connect(m_sj, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            [this] { findData(currentRegion(), currentTime()); });
+    connect(m_model, &QStandardItemModel::itemChanged, this, [this](QStandardItem* item) {
+        if (!m_filling)
+            onCellChanged(item->row(), item->column(), item->text());
+    });
+}
+
+QString TLxrgwh::currentRegion() const
+{
+    return m_dq->currentText();
+}
+
+QString TLxrgwh::currentTime() const
+{
+    return m_sj->currentData().toString();
+}
+
+int TLxrgwh::currentRow() const
+{
+    return m_grid->currentIndex().isValid() ? m_grid->currentIndex().row() : -1;
+}
+
+void TLxrgwh::setCurrentRow(int row)
+{
+    m_grid->setCurrentIndex(m_model->index(row, 0));
+}
+
+void TLxrgwh::loadComboxDq()
+{
+    m_dq->clear();
+    DBM::clsDACResult result = LxrgStore::Query(QStringLiteral("select distinct dq from lxrg order by dq asc"), "loadComboxDq");
+    while (result.next())
+        m_dq->addItem(result.value(QStringLiteral("dq")).toString());
+}
+
+void TLxrgwh::loadComboxSj()
+{
+    m_sj->clear();
+    DBM::clsDACResult result = LxrgStore::Query(QStringLiteral("select distinct sj from lxrg order by sj desc"), "loadComboxSj");
+    while (result.next()) {
+        const QString sj = result.value(QStringLiteral("sj")).toString();
+        m_sj->addItem(sj, sj); // the shown text carries the region's mark
+    }
+}
+
+void TLxrgwh::slotFindDq(const QString& dq)
+{
+    // The times this region has are marked "√", the others two blanks.
+    DBM::clsDACResult result =
+        LxrgStore::Query(QStringLiteral("SELECT sj FROM lxrg WHERE dq = '%1' GROUP BY sj;").arg(dq), "slotFindDq");
+    QStringList times;
+    while (result.next())
+        times << result.value(QStringLiteral("sj")).toString();
+    for (int i = 0; i < m_sj->count(); ++i) {
+        const QString sj = m_sj->itemData(i).toString();
+        m_sj->setItemText(i, (times.contains(sj) ? QStringLiteral("√") : QStringLiteral("  ")) + sj);
+    }
+    findData(dq, currentTime());
+}
+
+void TLxrgwh::findData(const QString& dq, const QString& sj)
+{
+    m_filling = true;
+    m_rows.clear();
+    m_model->removeRows(0, m_model->rowCount());
+    DBM::clsDACResult result =
+        LxrgStore::Query(QStringLiteral("SELECT * FROM lxrg WHERE sj = '%1' AND dq = '%2';").arg(sj, dq), "findData");
+    while (result.next()) {
+        TLxrgwhBean bean;
+        bean.SetDataGz(result.value(QStringLiteral("gz")).toString());
+        bean.SetDataDj(result.value(QStringLiteral("dj")).toString());
+        bean.SetRemarke(result.value(QStringLiteral("bz")).toString());
+        bean.SetFID(result.value(QStringLiteral("FID")).toString());
+        m_rows << bean;
+        m_model->appendRow({new QStandardItem(bean.GetDataGz()), new QStandardItem(bean.GetDataDj()),
+                            new QStandardItem(bean.GetRemarke())});
+    }
+    m_filling = false;
+}
+
+QStringList TLxrgwh::comboxBzData()
+{
+    QStringList remarks;
+    DBM::clsDACResult result = LxrgStore::Query(QStringLiteral("select distinct bz from lxrg order by bz"), "comboxBzData");
+    while (result.next())
+        remarks << result.value(QStringLiteral("bz")).toString();
+    return remarks;
+}
+
+void TLxrgwh::slotAddRow()
+{
+    const QString dq = currentRegion();
+    const QString sj = currentTime();
+    if (!m_rows.isEmpty()) {
+        const int row = currentRow();
+        const QString gz = row >= 0 ? m_rows.at(row).GetDataGz() : QString();
+        if (gz.isEmpty()) {
+            showInformation(this, QStringLiteral("提示"), QStringLiteral("请选择工种"));
+            return;
+        }
+        const TLxrgwhBean& from = m_rows.at(row);
+        LxrgStore::Exec(QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz, bz, dj) VALUES(null, '%1', '%2', '%3', '%4', '%5')")
+                            .arg(dq, sj, gz, from.GetRemarke(), from.GetDataDj()),
+                        "slotAddRow");
+    } else {
+        LxrgStore::Exec(QStringLiteral("INSERT INTO lxrg(FID, dq, sj) VALUES(null, '%1', '%2')").arg(dq, sj), "slotAddRow");
+    }
+    findData(dq, sj);
+}
+
+void TLxrgwh::slotDeleteRow()
+{
+    const int row = currentRow();
+    if (row < 0 || !showQuestion(this, QStringLiteral("提示"), QStringLiteral("确定删除当前行吗？")))
+        return;
+    LxrgStore::Exec(QStringLiteral("delete from lxrg where fid = %1").arg(m_rows.at(row).GetFID()), "slotDeleteRow");
+    findData(currentRegion(), currentTime());
+}
+
+void TLxrgwh::slotDqfy()
+{
+    TLxrgwh_Dqfy dialog(currentTime(), this);
+    connect(&dialog, &TLxrgwh_Dqfy::signalRegionsChosen, this, &TLxrgwh::slotCopyData);
+    zTitleModal::ShowModal(&dialog);
+}
+
+void TLxrgwh::slotCopyData(const QStringList& regions)
+{
+    const QString sj = currentTime();
+    for (const QString& dq : regions)
+        for (const TLxrgwhBean& row : std::as_const(m_rows))
+            // The price goes in with one leading blank, as the store has always kept copies.
+            LxrgStore::Exec(QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz, dj, bz) VALUES(null, '%1', '%2', '%3',' %4', '%5')")
+                                .arg(dq, sj, row.GetDataGz(), row.GetDataDj(), row.GetRemarke()),
+                            "slotCopyData");
+    showInformation(this, QStringLiteral("提示"), QStringLiteral("复用成功"));
+}
+
+void TLxrgwh::slotGzwh()
+{
+    TLxrgwh_Gzwh dialog(this);
+    connect(&dialog, &TLxrgwh_Gzwh::signalTradePicked, this, &TLxrgwh::slotAddGzwhData);
+    zTitleModal::ShowModal(&dialog);
+}
+
+void TLxrgwh::slotAddGzwhData(const QString& gz)
+{
+    for (const TLxrgwhBean& row : std::as_const(m_rows))
+        if (row.GetDataGz() == gz) {
+            showInformation(this, QStringLiteral("提示"), QStringLiteral("不能重复添加"));
+            return;
+        }
+    const int row = currentRow();
+    if (row >= 0)
+        LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET gz = '%1' WHERE fid = '%2'").arg(gz, m_rows.at(row).GetFID()),
+                        "slotAddGzwhData");
+    else
+        LxrgStore::Exec(QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz) VALUES(null, '%1', '%2', '%3')")
+                            .arg(currentRegion(), currentTime(), gz),
+                        "slotAddGzwhData");
+    findData(currentRegion(), currentTime());
+}
+
+void TLxrgwh::slotGetGzData(int row, const QString& gz)
+{
+    for (int r = 0; r < m_rows.size(); ++r)
+        if (r != row && m_rows.at(r).GetDataGz() == gz) {
+            showInformation(this, QStringLiteral("提示"), QStringLiteral("不能重复添加"));
+            findData(currentRegion(), currentTime());
+            return;
+        }
+    LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET gz = '%1' WHERE fid = '%2'").arg(gz, m_rows.at(row).GetFID()), "slotGetGzData");
+    m_rows[row].SetDataGz(gz);
+}
+
+void TLxrgwh::slotGetBzData(int row, const QString& bz)
+{
+    LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET bz = '%1' WHERE fid = '%2'").arg(bz, m_rows.at(row).GetFID()), "slotGetBzData");
+    m_rows[row].SetRemarke(bz);
+}
+
+void TLxrgwh::slotSaveDate(const QString& field, const QString& value, const QString& fid)
+{
+    LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET ") + field + QStringLiteral(" = '%1' WHERE fid = '%2'").arg(value, fid),
+                    "slotSaveDate");
+}
+
+void TLxrgwh::onCellChanged(int row, int column, const QString& text)
+{
+    if (row < 0 || row >= m_rows.size())
+        return;
+    if (column == 0)
+        slotGetGzData(row, text);
+    else if (column == 2)
+        slotGetBzData(row, text);
+    else {
+        slotSaveDate(QStringLiteral("dj"), text, m_rows.at(row).GetFID());
+        m_rows[row].SetDataDj(text);
+    }
+}
