@@ -56,10 +56,17 @@ TLxrgwh::TLxrgwh(const QString& dq, const QString& sj, QWidget* parent)
     layout->addLayout(buttons);
     resize(620, 460);
 
+    // A new region or time may be typed in.
+    m_dq->setEditable(true);
+    m_sj->setEditable(true);
     loadComboxDq();
     loadComboxSj();
     m_dq->setCurrentText(dq);
-    m_sj->setCurrentIndex(qMax(0, m_sj->findText(sj)));
+    const int time = m_sj->findData(sj);
+    if (time >= 0)
+        m_sj->setCurrentIndex(time);
+    else
+        m_sj->setCurrentText(sj);
     slotFindDq(dq);
     connect(m_dq, &QComboBox::currentTextChanged, this, &TLxrgwh::slotFindDq);
     connect(m_sj, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
@@ -77,7 +84,13 @@ QString TLxrgwh::currentRegion() const
 
 QString TLxrgwh::currentTime() const
 {
-    return m_sj->currentData().toString();
+    // The shown text carries the region's mark ("√" or two blanks) in front.
+    QString text = m_sj->currentText();
+    if (text.startsWith(QStringLiteral("√")))
+        text.remove(0, 1);
+    else if (text.startsWith(QStringLiteral("  ")))
+        text.remove(0, 2);
+    return text.trimmed();
 }
 
 int TLxrgwh::currentRow() const
@@ -116,10 +129,13 @@ void TLxrgwh::slotFindDq(const QString& dq)
     QStringList times;
     while (result.next())
         times << result.value(QStringLiteral("sj")).toString();
+    const QString typed = currentTime();
     for (int i = 0; i < m_sj->count(); ++i) {
         const QString sj = m_sj->itemData(i).toString();
         m_sj->setItemText(i, (times.contains(sj) ? QStringLiteral("√") : QStringLiteral("  ")) + sj);
     }
+    if (m_sj->findData(typed) < 0)
+        m_sj->setCurrentText(typed);
     findData(dq, currentTime());
 }
 
