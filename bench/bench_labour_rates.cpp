@@ -1,0 +1,79 @@
+// Loading a region and time of 2,000 labour rates into the query panel's model, and saving
+// 1,000 pending changes.
+#include "LxGzXmQd/SporadicTableModel.h"
+
+#include "DB_Operation.h"
+#include "HostConstants.h"
+#include "SharedInterface.h"
+#include "InteractionSeam.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+// A store with 2,000 rates for one region and time.
+void makeStore(const QString& dir)
+{
+    QDir().mkpath(dir + QStringLiteral("/Database"));
+    for (const QString& base : {QStringLiteral("LXRG"), QStringLiteral("MASTER")}) {
+        const QString path = dir + QStringLiteral("/Database/") + base + HostConstants::C_Db_Sqlite_Suffix;
+        QFile(path).open(QIODevice::WriteOnly); // an empty file is an empty database
+        DB_Operation db;
+        db.openDB(path);
+        db.excuteSQL(QStringLiteral("CREATE TABLE lxrg(FID INTEGER PRIMARY KEY, dq TEXT, sj TEXT, gz TEXT, dj TEXT, bz TEXT)"));
+        db.excuteSQL(QStringLiteral("BEGIN"));
+        for (int i = 1; i <= 2000; ++i)
+            db.excuteSQL(QStringLiteral("INSERT INTO lxrg VALUES(%1, '成都市区', '2021年5月', '工种%2', '%3', '备注')")
+                             .arg(i)
+                             .arg(i)
+                             .arg(100 + i % 80));
+        db.excuteSQL(QStringLiteral("COMMIT"));
+    }
+}
+
+} // namespace
+
+static void BM_LoadRates(benchmark::State& state)
+{
+    QTemporaryDir dir;
+    makeStore(dir.path());
+    SharedInterface::SetAppPath(dir.path());
+    SporadicTableModel model;
+    for (auto _ : state)
+        model.Load(QStringLiteral("成都市区"), QStringLiteral("2021年5月"));
+    state.counters["rows"] = model.rowCount();
+}
+BENCHMARK(BM_LoadRates)->Unit(benchmark::kMillisecond);
+
+static void BM_SavePendingChanges(benchmark::State& state)
+{
+    QTemporaryDir dir;
+    makeStore(dir.path());
+    SharedInterface::SetAppPath(dir.path());
+    InteractionSeam::setScripted(true);
+    SporadicTableModel model;
+    for (auto _ : state) {
+        state.PauseTiming();
+        model.Load(QStringLiteral("成都市区"), QStringLiteral("2021年5月"));
+        for (int i = 0; i < 1000; ++i)
+            model.setData(model.index(i, 1), QString::number(120 + i % 9));
+        state.ResumeTiming();
+        model.slotSaveModifyRecord();
+    }
+    state.counters["changes"] = 1000;
+}
+BENCHMARK(BM_SavePendingChanges)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+int main(int argc, char** argv)
+{
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_LOGGING_RULES", "*.debug=false");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
