@@ -170,7 +170,7 @@ private slots:
     void editFormulaWritesBackAsOneStep()
     {
         TestProject p;
-        QtXmQdHzTable* t = fill(p);
+        fill(p);
         p.current->setXtBl(10, "9%");
         QtXmQdWidget page;
         QVariant node = QVariant::fromValue(p.unit);

@@ -62,7 +62,7 @@ private slots:
         QDir().mkpath(m_app->filePath("Database"));
         QDir().mkpath(m_app->filePath(HostConstants::GCSZDir));
         QDir().mkpath(m_app->filePath("Config/TableHeader"));
-        for (const QString& base : {"LXRG", "MASTER"})
+        for (const QString base : {"LXRG", "MASTER"})
             QFile::copy(m_shipped + "Database/" + base + ".db", m_app->filePath("Database/" + base + ".db"));
         for (const QFileInfo& f : QDir(m_shipped + HostConstants::GCSZDir).entryInfoList(QDir::Files))
             QFile::copy(f.filePath(), m_app->filePath(HostConstants::GCSZDir + f.fileName()));
