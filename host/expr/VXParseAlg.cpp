@@ -1,6 +1,6 @@
 #include "VXParseAlg.h"
 
-#include "SharedInterface.h"
+#include "FormulaText.h"
 
 #include <QRegularExpression>
 
@@ -19,7 +19,7 @@ VXParseAlg* VXParseAlg::getInstance()
 
 QString VXParseAlg::ReplaceFormulaItem(const QString& text)
 {
-    return SharedInterface::ReplaceFormulaItem(text);
+    return FormulaText::ReplaceFormulaItem(text);
 }
 
 namespace {
@@ -86,7 +86,8 @@ bool VXParseAlg::ExpCalc(const QString& expr, const QHash<QString, double>& vars
     }
 }
 
-bool VXParseAlg::CheckExpressionEx(const QString& expr, const QStringList& names, QString& error) const
+bool VXParseAlg::CheckExpressionEx(const QString& expr, const QStringList& names,
+                                   QString& error) const
 {
     QHash<QString, double> vars;
     for (const QString& name : names)

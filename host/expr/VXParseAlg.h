@@ -10,8 +10,7 @@ class VXParseAlg
 public:
     static VXParseAlg* getInstance();
 
-    // Full-width digits, operators and brackets, ×, ÷ and the Chinese comma become ASCII;
-    // spaces are dropped.
+    // The same as FormulaText::ReplaceFormulaItem.
     static QString ReplaceFormulaItem(const QString& text);
 
     // Evaluates expr with the given variables; false with an error text when it is not a

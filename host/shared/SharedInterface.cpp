@@ -1,5 +1,7 @@
 #include "SharedInterface.h"
 
+#include "FormulaText.h"
+
 #include <QCoreApplication>
 #include <QStandardPaths>
 
@@ -54,22 +56,5 @@ void SharedInterface::SetUserDataPath(const QString& path)
 
 QString SharedInterface::ReplaceFormulaItem(const QString& text)
 {
-    QString out;
-    out.reserve(text.size());
-    for (const QChar c : text) {
-        const ushort u = c.unicode();
-        if (u >= 0xFF01 && u <= 0xFF5E)
-            out += QChar(u - 0xFEE0); // full-width ASCII block
-        else if (u == 0x00D7)
-            out += QLatin1Char('*');
-        else if (u == 0x00F7)
-            out += QLatin1Char('/');
-        else if (u == 0x3001)
-            out += QLatin1Char(',');
-        else if (u == 0x3000 || c == QLatin1Char(' ') || c == QLatin1Char('\t'))
-            continue;
-        else
-            out += c;
-    }
-    return out;
+    return FormulaText::ReplaceFormulaItem(text);
 }

@@ -14,7 +14,7 @@ public:
     // TARVO_USER_PATH overrides it.
     static QString GetUserDataPath();
     static void SetUserDataPath(const QString& path);
-    // What users type into formulas, made ready for the expression engine: full-width
-    // digits, operators and brackets, ×, ÷ and the Chinese comma become ASCII; spaces go.
+    // What users type into formulas, made ready for the expression engine (the work is
+    // done by FormulaText in the expression library).
     static QString ReplaceFormulaItem(const QString& text);
 };

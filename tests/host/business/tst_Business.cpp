@@ -1,9 +1,11 @@
 #include "TestProject.h"
 
+#include "FormulaText.h"
 #include "FyBlBusiness.h"
 #include "GfQdBusiness.h"
 #include "LxGzXmQdJJjbBusiness.h"
 #include "QtXmQdJJjbBusiness.h"
+#include "SharedInterface.h"
 #include "VXParseAlg.h"
 #include "XtBlBusiness.h"
 #include "ZbrClGzfQdBusiness.h"
@@ -34,6 +36,27 @@ private slots:
         QVERIFY(!VXParseAlg::getInstance()->ExpCalc("", {}, result, error));
         QVERIFY(VXParseAlg::getInstance()->CheckExpressionEx("分部分项工程费/措施项目费", vars.keys(), error));
         QVERIFY(!VXParseAlg::getInstance()->CheckExpressionEx("分部分项工程费/其他", vars.keys(), error));
+        // A division by a variable that is zero is still a well-formed formula.
+        QVERIFY(VXParseAlg::getInstance()->CheckExpressionEx("1/分部分项工程费", vars.keys(), error));
+    }
+
+    void formulaTextBecomesAscii_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("normalised");
+        QTest::newRow("full-width") << QString::fromUtf8("（１２．５＋３）＊２") << QStringLiteral("(12.5+3)*2");
+        QTest::newRow("times and divide") << QString::fromUtf8("6×2÷3") << QStringLiteral("6*2/3");
+        QTest::newRow("spaces of both widths") << QString::fromUtf8(" 1 +\t2\u3000") << QStringLiteral("1+2");
+        QTest::newRow("names kept") << QString::fromUtf8("规费合计－税金") << QString::fromUtf8("规费合计-税金");
+        QTest::newRow("enumeration comma") << QString::fromUtf8("max(1、2)") << QStringLiteral("max(1,2)");
+    }
+
+    void formulaTextBecomesAscii()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, normalised);
+        QCOMPARE(FormulaText::ReplaceFormulaItem(typed), normalised);
+        QCOMPARE(SharedInterface::ReplaceFormulaItem(typed), normalised);
     }
 
     void otherItemsSubtotalsTotalsAndFormulas()
