@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
+#include <QSet>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -22,13 +23,17 @@ enum FieldType : quint8 { Double = 1, Integer = 2, Text = 3, Boolean = 4, Other 
 
 const char* const kSchema[] = {
     "CREATE TABLE meta(key TEXT PRIMARY KEY, value TEXT)",
-    "CREATE TABLE project(id INTEGER, name TEXT, read_only INTEGER, bid_locked INTEGER, config BLOB)",
-    "CREATE TABLE node(id INTEGER PRIMARY KEY, parent_id INTEGER, type INTEGER, name TEXT, ord INTEGER)",
+    "CREATE TABLE project(id INTEGER, name TEXT, read_only INTEGER, bid_locked INTEGER, config "
+    "BLOB)",
+    "CREATE TABLE node(id INTEGER PRIMARY KEY, parent_id INTEGER, type INTEGER, name TEXT, ord "
+    "INTEGER,"
+    " submitted INTEGER)",
     "CREATE TABLE works(node_id INTEGER, audit INTEGER, name TEXT, xtbl BLOB, config BLOB,"
     " PRIMARY KEY(node_id, audit))",
     "CREATE TABLE list(node_id INTEGER, audit INTEGER, table_type INTEGER, locked INTEGER,"
     " PRIMARY KEY(node_id, audit, table_type))",
-    "CREATE TABLE row(node_id INTEGER, audit INTEGER, table_type INTEGER, ord INTEGER, kind INTEGER,"
+    "CREATE TABLE row(node_id INTEGER, audit INTEGER, table_type INTEGER, ord INTEGER, kind "
+    "INTEGER,"
     " block INTEGER, height INTEGER, note TEXT, fields BLOB)",
 };
 
@@ -109,7 +114,9 @@ QByteArray ProjectFile::encodeFields(const QVector<QVariant>& values)
 {
     QByteArray bytes;
     bytes.reserve(values.size() * 10);
-    auto put = [&bytes](const void* data, int size) { bytes.append(static_cast<const char*>(data), size); };
+    auto put = [&bytes](const void* data, int size) {
+        bytes.append(static_cast<const char*>(data), size);
+    };
     for (int field = 0; field < values.size() && field < 256; ++field) {
         const QVariant& v = values.at(field);
         if (!v.isValid())
@@ -236,7 +243,7 @@ bool ProjectFile::decodeFields(const QByteArray& bytes, QVector<QVariant>& value
 bool ProjectFile::Save(ProjectWorks* works, const QString& path, QString* error)
 {
     QString failure;
-    const QString temp = path + QStringLiteral(".saving");
+    const QString temp = path + QStringLiteral(".tmp");
     QFile::remove(temp);
     bool ok = false;
     {
@@ -247,8 +254,8 @@ bool ProjectFile::Save(ProjectWorks* works, const QString& path, QString* error)
             failure = db.lastError().text();
         QSqlQuery q(db);
         // The file is renamed into place only when complete, so no journal is needed.
-        ok = ok && exec(q, QStringLiteral("PRAGMA journal_mode=OFF"), &failure)
-             && exec(q, QStringLiteral("PRAGMA synchronous=OFF"), &failure) && db.transaction();
+        ok = ok && exec(q, QStringLiteral("PRAGMA journal_mode=OFF"), &failure) &&
+             exec(q, QStringLiteral("PRAGMA synchronous=OFF"), &failure) && db.transaction();
         for (const char* statement : kSchema)
             ok = ok && exec(q, QString::fromLatin1(statement), &failure);
 
@@ -263,9 +270,10 @@ bool ProjectFile::Save(ProjectWorks* works, const QString& path, QString* error)
             project.addBindValue(encodeMap(works->GetPriceModelConfig()->items()));
             ok = project.exec() || (failure = project.lastError().text(), false);
         }
-        const QList<ProTreeNode*> nodes = works->root() ? works->root()->subtree() : QList<ProTreeNode*>();
+        const QList<ProTreeNode*> nodes =
+            works->root() ? works->root()->subtree() : QList<ProTreeNode*>();
         QSqlQuery nodeQuery(db), worksQuery(db), listQuery(db), rowQuery(db);
-        nodeQuery.prepare(QStringLiteral("INSERT INTO node VALUES(?,?,?,?,?)"));
+        nodeQuery.prepare(QStringLiteral("INSERT INTO node VALUES(?,?,?,?,?,?)"));
         worksQuery.prepare(QStringLiteral("INSERT INTO works VALUES(?,?,?,?,?)"));
         listQuery.prepare(QStringLiteral("INSERT INTO list VALUES(?,?,?,?)"));
         rowQuery.prepare(QStringLiteral("INSERT INTO row VALUES(?,?,?,?,?,?,?,?,?)"));
@@ -273,10 +281,12 @@ bool ProjectFile::Save(ProjectWorks* works, const QString& path, QString* error)
             ProTreeNode* node = nodes.at(order);
             const int id = ProTreeNode::Id(node);
             nodeQuery.bindValue(0, id);
-            nodeQuery.bindValue(1, node->parent() ? QVariant(ProTreeNode::Id(node->parent())) : QVariant());
+            nodeQuery.bindValue(1, node->parent() ? QVariant(ProTreeNode::Id(node->parent()))
+                                                  : QVariant());
             nodeQuery.bindValue(2, ProTreeNode::Types(node));
             nodeQuery.bindValue(3, ProTreeNode::Name(node));
             nodeQuery.bindValue(4, order);
+            nodeQuery.bindValue(5, ProTreeNode::CheckWithSSVersion(node) ? 1 : 0);
             ok = nodeQuery.exec() || (failure = nodeQuery.lastError().text(), false);
             for (int audit = 0; ok && audit < 2; ++audit) {
                 ConstructionWorks* cw = works->works(audit, id);
@@ -307,7 +317,8 @@ bool ProjectFile::Save(ProjectWorks* works, const QString& path, QString* error)
                         rowQuery.bindValue(4, item->getKind());
                         rowQuery.bindValue(5, item->IsBlock() ? 1 : 0);
                         rowQuery.bindValue(6, item->getRowHeight());
-                        rowQuery.bindValue(7, item->getNote().isEmpty() ? QVariant() : QVariant(item->getNote()));
+                        rowQuery.bindValue(
+                            7, item->getNote().isEmpty() ? QVariant() : QVariant(item->getNote()));
                         rowQuery.bindValue(8, encodeFields(item->rawValues()));
                         ok = rowQuery.exec() || (failure = rowQuery.lastError().text(), false);
                         ++rowCount;
@@ -334,14 +345,16 @@ bool ProjectFile::Save(ProjectWorks* works, const QString& path, QString* error)
     }
     if (ok) {
         syncFile(temp);
-        ok = std::rename(QFile::encodeName(temp).constData(), QFile::encodeName(path).constData()) == 0;
+        ok = std::rename(QFile::encodeName(temp).constData(),
+                         QFile::encodeName(path).constData()) == 0;
         if (!ok)
             failure = QStringLiteral("无法替换原文件");
     }
     if (!ok) {
         QFile::remove(temp);
         if (error)
-            *error = QStringLiteral("保存工程文件“%1”失败：%2").arg(QFileInfo(path).fileName(), failure);
+            *error =
+                QStringLiteral("保存工程文件“%1”失败：%2").arg(QFileInfo(path).fileName(), failure);
         return false;
     }
     works->setFilePath(path);
@@ -390,7 +403,8 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
                         .arg(meta.value(QStringLiteral("schema_version")))
                         .arg(SchemaVersion));
 
-    if (!q.exec(QStringLiteral("SELECT id, name, read_only, bid_locked, config FROM project")) || !q.next())
+    if (!q.exec(QStringLiteral("SELECT id, name, read_only, bid_locked, config FROM project")) ||
+        !q.next())
         return fail(damaged.arg(q.lastError().text()));
     auto works = std::make_unique<ProjectWorks>(q.value(0).toLongLong(), q.value(1).toString());
     works->SetReadOnly(q.value(2).toInt() != 0);
@@ -399,9 +413,13 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
     for (auto it = projectConfig.begin(); it != projectConfig.end(); ++it)
         works->GetPriceModelConfig()->setItem(it.key(), it.value());
 
-    if (!q.exec(QStringLiteral("SELECT id, parent_id, type, name FROM node ORDER BY ord")))
+    if (!q.exec(
+            QStringLiteral("SELECT id, parent_id, type, name, submitted FROM node ORDER BY ord")))
         return fail(damaged.arg(q.lastError().text()));
+    QSet<int> submitted;
     while (q.next()) {
+        if (q.value(4).toInt() != 0)
+            submitted.insert(q.value(0).toInt());
         ProTreeNode* parent = q.value(1).isNull() ? nullptr : works->nodeById(q.value(1).toInt());
         if (!q.value(1).isNull() && !parent)
             return fail(damaged.arg(QStringLiteral("工程结构不完整")));
@@ -427,6 +445,12 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
             cw->getConfig()->setItem(it.key(), it.value());
     }
 
+    // The submitted version a node announces must be there, and only there.
+    for (ProTreeNode* node : works->root()->subtree()) {
+        if (ProTreeNode::CheckWithSSVersion(node) != submitted.contains(ProTreeNode::Id(node)))
+            return fail(damaged.arg(QStringLiteral("送审版本数据不完整")));
+    }
+
     if (!q.exec(QStringLiteral("SELECT node_id, audit, table_type FROM list WHERE locked <> 0")))
         return fail(damaged.arg(q.lastError().text()));
     while (q.next()) {
@@ -437,8 +461,9 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
 
     // Rows are written table by table in order, so the insertion order is the load order.
     q.setForwardOnly(true);
-    if (!q.exec(QStringLiteral("SELECT node_id, audit, table_type, kind, block, height, note, fields FROM row"
-                               " ORDER BY rowid")))
+    if (!q.exec(QStringLiteral(
+            "SELECT node_id, audit, table_type, kind, block, height, note, fields FROM row"
+            " ORDER BY rowid")))
         return fail(damaged.arg(q.lastError().text()));
     qint64 rows = 0;
     int lastNode = -1, lastAudit = -1, lastType = -1;
@@ -459,7 +484,8 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
         BaseDataItem* item = table->CreateItem();
         for (int f = 0; f < values.size(); ++f)
             item->loadValue(f, values.at(f));
-        item->loadState(q.value(3).toInt(), q.value(4).toInt() != 0, q.value(5).toInt(), q.value(6).toString());
+        item->loadState(q.value(3).toInt(), q.value(4).toInt() != 0, q.value(5).toInt(),
+                        q.value(6).toString());
         table->attach(table->count(), item);
         ++rows;
     }

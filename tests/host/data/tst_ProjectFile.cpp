@@ -1,6 +1,7 @@
 #include "SampleProject.h"
 #include "TestProject.h"
 
+#include "DataManagement.h"
 #include "ProjectFile.h"
 
 #include <QSqlDatabase>
@@ -24,6 +25,20 @@ private:
         f.write(bytes);
     }
 
+    void editCopy(const QString& from, const QString& to, const QString& sql)
+    {
+        QFile::remove(path(to));
+        QVERIFY(QFile::copy(path(from), path(to)));
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("edit"));
+            db.setDatabaseName(path(to));
+            QVERIFY(db.open());
+            QVERIFY(QSqlQuery(db).exec(sql));
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("edit"));
+    }
+
 private slots:
     void roundTripKeepsEverything()
     {
@@ -42,7 +57,7 @@ private slots:
         QString error;
         QVERIFY2(ProjectFile::Save(sample.get(), path(QStringLiteral("a.tarvo")), &error), qPrintable(error));
         QVERIFY(!sample->isProjectWorkChanged());
-        QVERIFY(!QFile::exists(path(QStringLiteral("a.tarvo.saving"))));
+        QVERIFY(!QFile::exists(path(QStringLiteral("a.tarvo.tmp"))));
 
         std::unique_ptr<ProjectWorks> opened = ProjectFile::Open(path(QStringLiteral("a.tarvo")), &error);
         QVERIFY2(opened, qPrintable(error));
@@ -103,6 +118,10 @@ private slots:
         QTest::newRow("foreign sqlite") << QStringLiteral("foreign.tarvo") << QStringLiteral("不是本系统的工程文件");
         QTest::newRow("newer version") << QStringLiteral("newer.tarvo") << QStringLiteral("版本为2");
         QTest::newRow("truncated") << QStringLiteral("truncated.tarvo") << QStringLiteral("文件已损坏");
+        QTest::newRow("submitted version missing") << QStringLiteral("nosubmitted.tarvo")
+                                                   << QStringLiteral("送审版本数据不完整");
+        QTest::newRow("submitted version unannounced") << QStringLiteral("unannounced.tarvo")
+                                                       << QStringLiteral("送审版本数据不完整");
     }
 
     void refusesWhatIsNotAProject()
@@ -137,10 +156,44 @@ private slots:
         QVERIFY(whole.open(QIODevice::ReadOnly));
         writeBytes(path(QStringLiteral("truncated.tarvo")), whole.readAll().left(int(whole.size() / 2)));
 
+        editCopy(QStringLiteral("whole.tarvo"), QStringLiteral("nosubmitted.tarvo"),
+                 QStringLiteral("DELETE FROM works WHERE audit=1"));
+        editCopy(QStringLiteral("whole.tarvo"), QStringLiteral("unannounced.tarvo"),
+                 QStringLiteral("UPDATE node SET submitted=0"));
+
+        // The project already open stays as it was.
+        const int openCount = DataManagement::getInstance()->openProjects().size();
+        p.project->setProjectWorkChanged(true);
         error.clear();
         QVERIFY(!ProjectFile::Open(path(file), &error));
         QVERIFY2(error.contains(reason), qPrintable(error));
         QVERIFY2(error.contains(file), qPrintable(error)); // the message names the file
+        QCOMPARE(DataManagement::getInstance()->openProjects().size(), openCount);
+        QCOMPARE(DataManagement::getInstance()->GetProjectWorksByIndex(p.index), p.project);
+        QCOMPARE(p.current->getRcjHzTable()->count(), 3000);
+        QVERIFY(p.project->isProjectWorkChanged());
+        QCOMPARE(p.project->filePath(), path(QStringLiteral("whole.tarvo")));
+    }
+
+    void failedSaveLeavesTheOldFileAndTheProject()
+    {
+        TestProject p;
+        TestProject::row(p.current->getRcjHzTable(), 1, {{3, QStringLiteral("水泥")}});
+        const QString file = path(QStringLiteral("kept.tarvo"));
+        QString error;
+        QVERIFY(ProjectFile::Save(p.project, file, &error));
+        TestProject::row(p.current->getRcjHzTable(), 1, {{3, QStringLiteral("砂")}});
+        p.project->setProjectWorkChanged(true);
+        // A directory where the new file would be written makes the save fail halfway.
+        QVERIFY(QDir().mkpath(file + QStringLiteral(".tmp/x")));
+
+        QVERIFY(!ProjectFile::Save(p.project, file, &error));
+        QVERIFY2(error.startsWith(QStringLiteral("保存工程文件“kept.tarvo”失败")), qPrintable(error));
+        QVERIFY(p.project->isProjectWorkChanged());
+        std::unique_ptr<ProjectWorks> old = ProjectFile::Open(file, &error);
+        QVERIFY2(old, qPrintable(error));
+        QCOMPARE(old->works(0, 3)->getRcjHzTable()->count(), 1);
+        QCOMPARE(old->works(0, 3)->getRcjHzTable()->at(0)->getValue(3).toString(), QStringLiteral("水泥"));
     }
 
     void fieldEncodingRoundTrips()
