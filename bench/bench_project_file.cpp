@@ -13,6 +13,7 @@ static void BM_SaveProject(benchmark::State& state)
     std::unique_ptr<ProjectWorks> works = makeProject(int(state.range(0)));
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("bench.tarvo"));
+    resetPeakMemory();
     for (auto _ : state) {
         QString error;
         if (!ProjectFile::Save(works.get(), path, &error))
@@ -33,14 +34,15 @@ static void BM_OpenProject(benchmark::State& state)
         QString error;
         ProjectFile::Save(works.get(), path, &error);
     }
+    resetPeakMemory();
     for (auto _ : state) {
         QString error;
         std::unique_ptr<ProjectWorks> opened = ProjectFile::Open(path, &error);
         if (!opened)
             state.SkipWithError(qPrintable(error));
         benchmark::DoNotOptimize(opened.get());
+        state.counters["peak_MiB"] = peakMemoryMiB(); // while the opened project is resident
     }
-    state.counters["peak_MiB"] = peakMemoryMiB();
 }
 BENCHMARK(BM_OpenProject)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond)->Iterations(1);
 

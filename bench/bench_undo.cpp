@@ -9,8 +9,10 @@
 
 static void BM_UndoBulkChange(benchmark::State& state)
 {
-    const int index = DataManagement::getInstance()->AddProjectWorks(makeProject(int(state.range(0))));
-    GeneralTableBase* table = DataManagement::getInstance()->GetProjectWorksByIndex(index)->works(0, 2)->getRcjHzTable();
+    const int index =
+        DataManagement::getInstance()->AddProjectWorks(makeProject(int(state.range(0))));
+    GeneralTableBase* table =
+        DataManagement::getInstance()->GetProjectWorksByIndex(index)->works(0, 2)->getRcjHzTable();
     RURecordControl* control = RURecordControl::GetInstance();
     for (auto _ : state) {
         state.PauseTiming();
