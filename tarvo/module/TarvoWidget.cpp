@@ -206,7 +206,7 @@ void TarvoWidget::ProcActiveWidgetChanged()
         if (!widget || !m_widgetService.contains(widget))
             return;
         Communication::GetInstance()->SaveActiveSecondLevelWidget(widget);
-        QVariant empty{QString()};
+        QVariant empty{QStringLiteral("")};
         DistributeMsg(widget, m_widgetService.value(widget), 12, &empty);
     };
 }
@@ -263,7 +263,7 @@ void TarvoWidget::slotCurTabChanged(int index)
             XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(m_currentNode),
                                      ProTreeNode::AuditVersion(m_currentNode), ProTreeNode::Id(m_currentNode),
                                      CurrentPageItem, QVariant(m_tabs->GetSysNameByIndex(index)));
-        QVariant empty{QString()};
+        QVariant empty{QStringLiteral("")};
         DistributeMsg(widget, m_widgetService.value(widget), 12, &empty);
         Communication::GetInstance()->SendMsg(4, 30, QVariant(0));
     };

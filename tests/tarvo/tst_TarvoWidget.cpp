@@ -9,9 +9,13 @@
 #include "InteractionSeam.h"
 #include "MsgExplain.h"
 #include "ProjectSettingHelper.h"
+#include "SharedInterface.h"
+#include "TabPageInfo.h"
+#include "zTableView.h"
 #include "zProTabWidget.h"
 
 #include <QTabBar>
+#include <QTemporaryDir>
 #include <QtTest>
 
 // The tab container: lazy pages, message routing, the current page per node.
@@ -182,6 +186,68 @@ private slots:
         QVariant names = QStringList{"默认表头", "我的表头"};
         widget.ProcMsg(7000, &names);
         QCOMPARE(widget.tabs()->tableHeaderTempList(), names.toStringList());
+    }
+
+    void headerTemplateCommandsReachTheCurrentPageOnly()
+    {
+        QTemporaryDir user;
+        SharedInterface::SetUserDataPath(user.path() + "/");
+        TarvoWidget widget(services(), pages(pageOrder()));
+        widget.show();
+        widget.tabs()->setCurrentIndex(3);
+        widget.tabs()->setCurrentIndex(0);
+        auto viewAt = [&](int index) {
+            return qobject_cast<BillPageWidget*>(widget.tabs()->contentWidget(index))->sjWidget()->view();
+        };
+        zTableView* current = viewAt(0);
+        zTableView* other = viewAt(3);
+        QString error;
+        QVERIFY2(current->saveUserTemplate("我的表头", &error), qPrintable(error));
+        QVERIFY2(other->saveUserTemplate("我的表头", &error), qPrintable(error));
+        zTableView::callSwitchTableHeaderConfig(other, 1, 1, "默认表头");
+
+        QVariant name("我的表头");
+        widget.ProcMsg(7002, &name);
+        QCOMPARE(current->currentTemplateName(), QString("我的表头"));
+        QCOMPARE(other->currentTemplateName(), QString("默认表头"));
+
+        // The template list of the current page, answered as 7000 with the default first.
+        QSignalSpy sent(Communication::GetInstance(), &Communication::signalMsg);
+        QVariant none;
+        widget.ProcMsg(7006, &none);
+        QCOMPARE(sentIds(sent), QList<int>({7000}));
+        QCOMPARE(sent.first().at(2).toStringList(), QStringList({"默认表头", "我的表头"}));
+        SharedInterface::SetUserDataPath(QString());
+    }
+
+    void removedPageLeavesTheContainer()
+    {
+        TestProject p;
+        TarvoWidget widget(services(), pages(pageOrder()));
+        widget.show();
+        QWidget* page = widget.tabs()->GetCurrentContentWidget();
+        widget.tabs()->setCurrentIndex(3);
+        widget.tabs()->setCurrentIndex(0);
+        QCOMPARE(Communication::GetInstance()->GetActiveSecondLevelWidget(), page);
+
+        TabPageInfo info;
+        info.strPageName = "其他项目清单";
+        info.pWidget = page;
+        widget.slotRemoveTabWidget(&info);
+        QVERIFY(!widget.widgetService().contains(page));
+        QCOMPARE(Communication::GetInstance()->GetActiveSecondLevelWidget(), nullptr);
+
+        // A page the container no longer knows gets no messages.
+        auto* bill = qobject_cast<BillPageWidget*>(page);
+        QVariant node = QVariant::fromValue(p.unit);
+        widget.ProcMsg(74, &node);
+        QVERIFY(!bill->sjWidget()->works());
+
+        // A page name no service lists produces no widget.
+        TabPageInfo foreign;
+        foreign.strPageName = "不存在的页面";
+        widget.slotCreateTabWidget(&foreign);
+        QCOMPARE(foreign.pWidget, nullptr);
     }
 
     void operateMessageShowsAHint()
