@@ -7,6 +7,8 @@
 
 #include "ConstructionWorks.h"
 
+#include <QSet>
+
 #include <cmath>
 
 static double round2(double v)
@@ -139,31 +141,48 @@ void QtXmQdJJjbBusiness::CalculateTable(ConstructionWorks* works, QtXmQdHzTable*
             result = 0;
         item->setValue(6, round2(result));
     }
-    // A subtotal sums its children: the rows below it numbered "<its serial>.n", or, when it
-    // has no serial, the rows down to the next subtotal or the total.
+    // A subtotal with a serial sums its children, the rows below it numbered "<serial>.n"
+    // (2 暂估价 over 2.1 and 2.2). One without a serial closes a group: it sums the rows above
+    // it up to the previous subtotal.
     for (int i = 0; i < rows.size(); ++i) {
         if (rows.at(i)->getKind() != SubTotal)
             continue;
         const QString serial = rows.at(i)->getValue(1).toString().trimmed();
         double sum = 0;
-        for (int j = i + 1; j < rows.size(); ++j) {
-            const BaseDataItem* child = rows.at(j);
-            if (child->getKind() == Total)
-                break;
-            if (serial.isEmpty() ? child->getKind() == SubTotal
-                                 : !child->getValue(1).toString().startsWith(serial + QLatin1Char('.')))
-                break;
-            if (child->getKind() != SubTotal)
-                sum += rowAmount(child);
+        if (serial.isEmpty()) {
+            for (int j = i - 1; j >= 0 && rows.at(j)->getKind() != SubTotal; --j)
+                sum += rows.at(j)->getKind() == Total ? 0.0 : rowAmount(rows.at(j));
+        } else {
+            const QString prefix = serial + QLatin1Char('.');
+            for (int j = i + 1; j < rows.size(); ++j) {
+                const BaseDataItem* child = rows.at(j);
+                if (child->getKind() == Total
+                    || !child->getValue(1).toString().trimmed().startsWith(prefix))
+                    break;
+                if (child->getKind() != SubTotal)
+                    sum += rowAmount(child);
+            }
         }
         rows.at(i)->setValue(3, round2(sum));
     }
-    // The total sums the top-level rows: those whose serial is not a child number.
+    // The total sums the rows that carry amounts of their own, never a subtotal (its rows are
+    // counted themselves). A row numbered under a row that is not a subtotal ("1.1" under an
+    // ordinary "1") details that row's amount and is not counted again.
+    QSet<QString> amountSerials;
+    for (const BaseDataItem* item : rows)
+        if (item->getKind() != SubTotal && item->getKind() != Total)
+            amountSerials.insert(item->getValue(1).toString().trimmed());
     double total = 0;
     for (const BaseDataItem* item : rows) {
-        if (item->getKind() == Total || item->getValue(1).toString().contains(QLatin1Char('.')))
+        if (item->getKind() == SubTotal || item->getKind() == Total)
             continue;
-        total += rowAmount(item);
+        const QString serial = item->getValue(1).toString().trimmed();
+        bool detail = false;
+        for (int dot = serial.lastIndexOf(QLatin1Char('.')); dot > 0 && !detail;
+             dot = serial.lastIndexOf(QLatin1Char('.'), dot - 1))
+            detail = amountSerials.contains(serial.left(dot));
+        if (!detail)
+            total += rowAmount(item);
     }
     BaseDataItem* totalRow = nullptr;
     if (CheckExistedTotalRow(table, &totalRow))

@@ -1,5 +1,6 @@
 #include "TestProject.h"
 
+#include "BusinessFaultInjection.h"
 #include "FormulaText.h"
 #include "FyBlBusiness.h"
 #include "GfQdBusiness.h"
@@ -10,7 +11,11 @@
 #include "XtBlBusiness.h"
 #include "ZbrClGzfQdBusiness.h"
 
+#include "OperatingUIInfo.h"
+
 #include <QtTest>
+
+#include <stdexcept>
 
 // The calculation rules of the lists and the expressions users type.
 class tst_Business : public QObject
@@ -88,6 +93,81 @@ private slots:
         QCOMPARE(t->at(t->count() - 2)->getKind(), int(QtXmQdJJjbBusiness::NewEmpty));
         QVERIFY(QtXmQdJJjbBusiness::isEmptyRow(t->at(t->count() - 2)));
         QVERIFY(!QtXmQdJJjbBusiness::RemoveItem(p.current, t, t->count() - 1));
+    }
+
+    void otherItemsGroupsAreCountedOnce()
+    {
+        TestProject p;
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        // A subtotal without a serial closes the rows above it; the next one starts afresh.
+        TestProject::row(t, 0, {{2, "暂列金额"}, {3, 100.0}});
+        TestProject::row(t, 0, {{2, "计日工"}, {3, 20.0}});
+        BaseDataItem* first = TestProject::row(t, 2, {{2, "小计"}});
+        TestProject::row(t, 0, {{2, "总承包服务费"}, {3, 5.0}});
+        BaseDataItem* second = TestProject::row(t, 2, {{2, "小计"}});
+        // Rows numbered under an ordinary row detail its amount.
+        TestProject::row(t, 0, {{1, "4"}, {2, "专业工程暂估价"}, {3, 40.0}});
+        TestProject::row(t, 0, {{1, "4.1"}, {2, "幕墙工程"}, {3, 25.0}});
+        TestProject::row(t, 0, {{1, "4.2"}, {2, "消防工程"}, {3, 15.0}});
+        BaseDataItem* total = TestProject::row(t, 4, {{2, "合计"}});
+        QtXmQdJJjbBusiness::CalculateTable(p.current, t);
+        QCOMPARE(first->getDouble(3), 120.0);
+        QCOMPARE(second->getDouble(3), 5.0);
+        QCOMPARE(total->getDouble(3), 165.0);
+
+        // Turning a row into a subtotal and back changes what it counts for, one way each time.
+        QVERIFY(QtXmQdJJjbBusiness::SetAsSubTotalRow(p.current, 3, true));
+        QCOMPARE(t->at(3)->getDouble(3), 0.0); // nothing between it and the previous subtotal
+        QCOMPARE(total->getDouble(3), 160.0);
+        QVERIFY(QtXmQdJJjbBusiness::SetAsSubTotalRow(p.current, 3, false));
+        t->at(3)->setValue(3, 5.0);
+        QVERIFY(QtXmQdJJjbBusiness::SetAsCalculateRow(p.current, 1, true));
+        t->at(1)->setValue(3, QString("2*3"));
+        QtXmQdJJjbBusiness::CalculateTable(p.current, t);
+        QCOMPARE(t->at(1)->getDouble(6), 6.0);
+        QCOMPARE(first->getDouble(3), 106.0);
+        QCOMPARE(total->getDouble(3), 151.0);
+        QVERIFY(!QtXmQdJJjbBusiness::SetAsSubTotalRow(p.current, t->count() - 1, true));
+    }
+
+    void otherItemsMovesAndUndo()
+    {
+        TestProject p;
+        RURecordControl::GetInstance()->ForgetHistory();
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        BaseDataItem* a = TestProject::row(t, 0, {{2, "暂列金额"}, {3, 10.0}});
+        BaseDataItem* b = TestProject::row(t, 0, {{2, "计日工"}, {3, 20.0}});
+        BaseDataItem* sub = TestProject::row(t, 2, {{2, "小计"}});
+        BaseDataItem* total = TestProject::row(t, 4, {{2, "合计"}});
+        QtXmQdJJjbBusiness::CalculateTable(p.current, t);
+        QCOMPARE(sub->getDouble(3), 30.0);
+
+        RURecordControl::GetInstance()->BeginRecord();
+        QVERIFY(QtXmQdJJjbBusiness::GridRowMove(p.current, t, 2, 0)); // the subtotal to the top
+        RURecordControl::GetInstance()->EndRecord(OperatingUIInfo(77, 0, 3, 101, 22, "其他项目清单移动行"));
+        QCOMPARE(t->items(), (QList<BaseDataItem*>{sub, a, b, total}));
+        QCOMPARE(sub->getDouble(3), 0.0);
+        QCOMPARE(total->getDouble(3), 30.0);
+        QCOMPARE(FyBlBusiness::GetInstance()->GetFyBlValueByName(p.current, "其他项目合计"), 30.0);
+        QVERIFY(!QtXmQdJJjbBusiness::GridRowMove(p.current, t, 3, 0)); // the total stays last
+
+        QVERIFY(RURecordControl::GetInstance()->Undo());
+        QCOMPARE(t->items(), (QList<BaseDataItem*>{a, b, sub, total}));
+        QCOMPARE(sub->getDouble(3), 30.0);
+        RURecordControl::GetInstance()->ForgetHistory();
+    }
+
+    void faultInjectionFiresOnce()
+    {
+        TestProject p;
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        TestProject::row(t, 0, {{2, "暂列金额"}, {3, 10.0}});
+        BusinessFaultInjection::setFault([] { throw std::runtime_error("business failure"); });
+        QVERIFY_EXCEPTION_THROWN(
+            QtXmQdJJjbBusiness::ProcColunmValueChanged(p.current, t, 0, 3, 20.0), std::runtime_error);
+        QCOMPARE(t->at(0)->getDouble(3), 10.0); // nothing changed before the failure
+        QVERIFY(QtXmQdJJjbBusiness::ProcColunmValueChanged(p.current, t, 0, 3, 20.0));
+        QCOMPARE(t->at(0)->getDouble(3), 20.0);
     }
 
     void materialAmountsAndTotal()
