@@ -28,37 +28,50 @@ QString alignmentText(Qt::Alignment align)
 
 HeaderConfig HeaderConfig::fromJson(const QByteArray& json, QString* error)
 {
+    auto fail = [error](const QString& text) {
+        if (error)
+            *error = text;
+        return HeaderConfig();
+    };
     QJsonParseError parseError;
     const QJsonDocument doc = QJsonDocument::fromJson(json, &parseError);
-    HeaderConfig config;
-    if (parseError.error != QJsonParseError::NoError || !doc.isObject()) {
-        if (error)
-            *error = QStringLiteral("表头配置不是有效的JSON：%1").arg(parseError.errorString());
-        return config;
-    }
+    if (parseError.error != QJsonParseError::NoError || !doc.isObject())
+        return fail(QStringLiteral("表头配置不是有效的JSON：%1").arg(parseError.errorString()));
     const QJsonObject root = doc.object();
+    HeaderConfig config;
     config.listName = root.value(QStringLiteral("listName")).toString();
     const QJsonObject font = root.value(QStringLiteral("font")).toObject();
     config.fontFamily = font.value(QStringLiteral("family")).toString(config.fontFamily);
     config.fontPointSize = font.value(QStringLiteral("size")).toInt(config.fontPointSize);
     config.rowHeight = root.value(QStringLiteral("rowHeight")).toInt(config.rowHeight);
-    for (const QJsonValue& v : root.value(QStringLiteral("columns")).toArray()) {
+    if (config.fontPointSize <= 0 || config.fontPointSize > 72)
+        return fail(QStringLiteral("表头配置的字号%1无效").arg(config.fontPointSize));
+    if (config.rowHeight <= 0 || config.rowHeight > 500)
+        return fail(QStringLiteral("表头配置的行高%1无效").arg(config.rowHeight));
+    const QJsonValue columns = root.value(QStringLiteral("columns"));
+    if (!columns.isArray() || columns.toArray().isEmpty())
+        return fail(QStringLiteral("表头配置没有任何列"));
+    for (const QJsonValue& v : columns.toArray()) {
         const QJsonObject o = v.toObject();
         HeaderColumn column;
-        column.field = o.value(QStringLiteral("field")).toInt(-1);
         column.title = o.value(QStringLiteral("title")).toString();
+        // A field number is a whole number; "3" or 2.5 is a typing error, not field 0.
+        const QJsonValue field = o.value(QStringLiteral("field"));
+        const double number = field.toDouble(-1);
+        if (!field.isDouble() || number < 0 || number != double(int(number)))
+            return fail(QStringLiteral("表头配置的列“%1”缺少字段号").arg(column.title));
+        column.field = int(number);
         column.width = o.value(QStringLiteral("width")).toInt(80);
-        column.align = alignmentFromText(o.value(QStringLiteral("align")).toString());
+        if (column.width <= 0)
+            return fail(QStringLiteral("表头配置的列“%1”宽度无效").arg(column.title));
+        const QString align = o.value(QStringLiteral("align")).toString(QStringLiteral("left"));
+        if (align != QLatin1String("left") && align != QLatin1String("center")
+            && align != QLatin1String("right"))
+            return fail(QStringLiteral("表头配置的列“%1”对齐方式“%2”无效").arg(column.title, align));
+        column.align = alignmentFromText(align);
         column.visible = o.value(QStringLiteral("visible")).toBool(true);
-        if (column.field < 0) {
-            if (error)
-                *error = QStringLiteral("表头配置的列“%1”缺少字段号").arg(column.title);
-            return HeaderConfig();
-        }
         config.columns.append(column);
     }
-    if (config.columns.isEmpty() && error)
-        *error = QStringLiteral("表头配置没有任何列");
     return config;
 }
 

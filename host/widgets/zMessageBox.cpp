@@ -1,6 +1,7 @@
 #include "zMessageBox.h"
 #include "InteractionSeam.h"
 
+#include <QDebug>
 #include <QPushButton>
 
 namespace {
@@ -37,6 +38,7 @@ QMessageBox::StandardButton scriptedAnswer(QMessageBox::StandardButtons buttons,
         for (const ButtonText& b : kButtons)
             if (buttons.testFlag(b.button) && answer.toString() == QString::fromUtf8(b.text))
                 return b.button;
+        qWarning().noquote() << QStringLiteral("脚本答案“%1”不是可选按钮").arg(answer.toString());
         return first;
     }
     return QMessageBox::StandardButton(answer.toInt());

@@ -140,10 +140,18 @@ void zProTabWidget::SetTabVisibleBySysName(const QString& pageName, bool visible
     for (const auto& tab : m_tabs) {
         if (tab->info.strPageName != pageName)
             continue;
+        if (!visible && tab->info.bVisible && count() <= 1) {
+            emit signalOperateMsg(QStringLiteral("请至少保留一个页签!"));
+            return;
+        }
         if (tab->info.bVisible != visible) {
             tab->info.bVisible = visible;
+            QWidget* before = currentWidget();
             rebuildTabs();
             emitPageArrangement();
+            // Hiding the current tab moves the strip to another page: make and announce it.
+            if (currentWidget() != before && isVisible())
+                onCurrentChanged(currentIndex());
         }
         if (visible && !keepCurrent)
             setCurrentIndex(indexOfPage(pageName));
@@ -196,13 +204,8 @@ QMenu* zProTabWidget::buildContextMenu()
         action->setCheckable(true);
         action->setChecked(tab->info.bVisible);
         const QString name = tab->info.strPageName;
-        connect(action, &QAction::triggered, this, [this, name](bool checked) {
-            if (!checked && count() <= 1) {
-                emit signalOperateMsg(QStringLiteral("请至少保留一个页签!"));
-                return;
-            }
-            SetTabVisibleBySysName(name, checked, true);
-        });
+        connect(action, &QAction::triggered, this,
+                [this, name](bool checked) { SetTabVisibleBySysName(name, checked, true); });
     }
     menu->addSeparator();
     QMenu* templates = menu->addMenu(QStringLiteral("表头模板"));

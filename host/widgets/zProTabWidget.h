@@ -43,7 +43,8 @@ public:
     // Tells every created page's owner that the page goes (signalToDeleteTabWidget).
     void InformToManageDeleteWidget();
 
-    // Shows or hides a tab; a shown tab also becomes current unless keepCurrent.
+    // Shows or hides a tab; a shown tab also becomes current unless keepCurrent. The last
+    // visible tab is never hidden: signalOperateMsg tells why instead.
     void SetTabVisibleBySysName(const QString& pageName, bool visible, bool keepCurrent);
     QString GetSysNameByIndex(int index) const;
     int indexOfPage(const QString& pageName) const;

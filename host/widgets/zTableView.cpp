@@ -9,6 +9,7 @@
 #include "zMessageBox.h"
 #include "zTitleModal.h"
 
+#include <QCollator>
 #include <QDebug>
 #include <QDialog>
 #include <QDialogButtonBox>
@@ -21,6 +22,8 @@
 #include <QRegularExpression>
 #include <QSaveFile>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 zTableView::zTableView(QWidget* parent) : QTableView(parent)
 {
@@ -78,9 +81,13 @@ bool zTableView::LoadTableHeader(const QString& listName)
     QFile current(templateDir() + QStringLiteral("/.current"));
     if (current.open(QIODevice::ReadOnly)) {
         const QString name = QString::fromUtf8(current.readAll()).trimmed();
-        if (!name.isEmpty() && name != DefaultTemplateName
-            && loadTemplateFile(templateDir() + QLatin1Char('/') + name + QStringLiteral(".json"), nullptr))
-            m_currentTemplate = name;
+        if (!name.isEmpty() && name != DefaultTemplateName) {
+            const QString templatePath = templateDir() + QLatin1Char('/') + name + QStringLiteral(".json");
+            if (loadTemplateFile(templatePath, &error))
+                m_currentTemplate = name;
+            else
+                qDebug().noquote() << QStringLiteral("表头模板加载失败 %1/%2: %3").arg(listName, name, error);
+        }
     }
     return true;
 }
@@ -210,8 +217,12 @@ void zTableView::callModifyCurrColNamePanel(zTableView* view)
     bool ok = false;
     const QString title = zFileDialog::getText(view, QStringLiteral("修改当前列标题"), QStringLiteral("列标题："),
                                                view->m_config.columns.at(column).title, &ok);
-    if (!ok || title.trimmed().isEmpty())
+    if (!ok)
         return;
+    if (title.trimmed().isEmpty()) {
+        showInformation(view, QStringLiteral("提示"), QStringLiteral("列标题不能为空!"));
+        return;
+    }
     HeaderConfig config = view->m_config;
     config.columns[column].title = title.trimmed();
     view->applyHeaderConfig(config);
@@ -231,6 +242,23 @@ void zTableView::callHeaderSettingsPanel(zTableView* view)
         item->setFlags(item->flags() | Qt::ItemIsUserCheckable | Qt::ItemIsEditable);
         item->setCheckState(column.visible ? Qt::Checked : Qt::Unchecked);
     }
+    // Unchecking the last shown column or blanking a title is undone on the spot, so what
+    // the user accepts is always a usable header.
+    QObject::connect(list, &QListWidget::itemChanged, &dialog, [view, list](QListWidgetItem* item) {
+        const int row = list->row(item);
+        if (item->text().trimmed().isEmpty() && row >= 0 && row < view->m_config.columns.size()) {
+            item->setText(view->m_config.columns.at(row).title);
+            showInformation(view, QStringLiteral("提示"), QStringLiteral("列标题不能为空!"));
+            return;
+        }
+        if (item->checkState() == Qt::Checked)
+            return;
+        for (int i = 0; i < list->count(); ++i)
+            if (list->item(i)->checkState() == Qt::Checked)
+                return;
+        item->setCheckState(Qt::Checked);
+        showInformation(view, QStringLiteral("提示"), QStringLiteral("请至少保留一列!"));
+    });
     layout->addWidget(list);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
     buttons->button(QDialogButtonBox::Ok)->setText(QStringLiteral("确定"));
@@ -261,9 +289,13 @@ QStringList zTableView::getCurrentTableAllTemplateName(zTableView* view)
         return {};
     QStringList names;
     const QFileInfoList files =
-        QDir(view->templateDir()).entryInfoList({QStringLiteral("*.json")}, QDir::Files, QDir::Name);
+        QDir(view->templateDir()).entryInfoList({QStringLiteral("*.json")}, QDir::Files);
     for (const QFileInfo& info : files)
         names << info.completeBaseName();
+    // In the order a Chinese user looks for a name: pinyin.
+    QCollator collator{QLocale(QLocale::Chinese, QLocale::China)};
+    collator.setNumericMode(true);
+    std::sort(names.begin(), names.end(), collator);
     return names;
 }
 

@@ -84,7 +84,7 @@ private slots:
         zTableView::callSaveUserTemplateToJsonFilePanel(&view);
         InteractionSeam::pushAnswer(QString("宽表"));
         zTableView::callSaveUserTemplateToJsonFilePanel(&view);
-        QCOMPARE(zTableView::getCurrentTableAllTemplateName(&view), QStringList({"宽表", "简洁"}));
+        QCOMPARE(zTableView::getCurrentTableAllTemplateName(&view), QStringList({"简洁", "宽表"}));
 
         zTableView::callSwitchTableHeaderConfig(&view, 1, 1, "默认表头");
         QCOMPARE(model.headerData(2, Qt::Horizontal).toString(), QString("金额"));
