@@ -1,0 +1,137 @@
+#include "HeaderColumn.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSet>
+#include <QtTest>
+
+// The table-header file format, and the configurations shipped for the six lists.
+class tst_HeaderConfig : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void roundTripKeepsEverything()
+    {
+        HeaderConfig config;
+        config.listName = "规费清单";
+        config.fontFamily = "SimHei";
+        config.fontPointSize = 11;
+        config.rowHeight = 28;
+        config.columns = {HeaderColumn{1, "序号", 50, Qt::AlignCenter, true},
+                          HeaderColumn{5, "金额(元)", 120, Qt::AlignRight | Qt::AlignVCenter, false},
+                          HeaderColumn{7, "备注", 90, Qt::AlignLeft | Qt::AlignVCenter, true}};
+        QString error;
+        const HeaderConfig back = HeaderConfig::fromJson(config.toJson(), &error);
+        QVERIFY2(back.isValid(), qPrintable(error));
+        QCOMPARE(back.listName, config.listName);
+        QCOMPARE(back.fontFamily, QString("SimHei"));
+        QCOMPARE(back.fontPointSize, 11);
+        QCOMPARE(back.rowHeight, 28);
+        QCOMPARE(back.columns.size(), 3);
+        for (int i = 0; i < 3; ++i) {
+            QCOMPARE(back.columns.at(i).field, config.columns.at(i).field);
+            QCOMPARE(back.columns.at(i).title, config.columns.at(i).title);
+            QCOMPARE(back.columns.at(i).width, config.columns.at(i).width);
+            QCOMPARE(back.columns.at(i).align, config.columns.at(i).align);
+            QCOMPARE(back.columns.at(i).visible, config.columns.at(i).visible);
+        }
+    }
+
+    void defaultsForWhatIsLeftOut()
+    {
+        QString error;
+        const HeaderConfig c = HeaderConfig::fromJson(R"({"columns":[{"field":0,"title":"名称"}]})", &error);
+        QVERIFY(c.isValid());
+        QCOMPARE(c.fontFamily, QString("SimSun"));
+        QCOMPARE(c.fontPointSize, 9);
+        QCOMPARE(c.rowHeight, 22);
+        QCOMPARE(c.columns.first().field, 0);
+        QCOMPARE(c.columns.first().width, 80);
+        QCOMPARE(c.columns.first().align, Qt::AlignLeft | Qt::AlignVCenter);
+        QVERIFY(c.columns.first().visible);
+    }
+
+    void badFilesAreRefusedWithTheReason_data()
+    {
+        QTest::addColumn<QByteArray>("json");
+        QTest::addColumn<QString>("error");
+        QTest::newRow("not json") << QByteArray("{\"columns\": [") << QString("表头配置不是有效的JSON");
+        QTest::newRow("array root") << QByteArray("[]") << QString("表头配置不是有效的JSON");
+        QTest::newRow("no columns") << QByteArray("{\"listName\":\"x\"}") << QString("表头配置没有任何列");
+        QTest::newRow("empty columns") << QByteArray("{\"columns\":[]}") << QString("表头配置没有任何列");
+        QTest::newRow("columns object") << QByteArray("{\"columns\":{\"field\":1}}")
+                                        << QString("表头配置没有任何列");
+        QTest::newRow("no field") << QByteArray(R"({"columns":[{"title":"金额"}]})")
+                                  << QString("表头配置的列“金额”缺少字段号");
+        QTest::newRow("field as text") << QByteArray(R"({"columns":[{"field":"3","title":"金额"}]})")
+                                       << QString("表头配置的列“金额”缺少字段号");
+        QTest::newRow("fractional field") << QByteArray(R"({"columns":[{"field":2.5,"title":"金额"}]})")
+                                          << QString("表头配置的列“金额”缺少字段号");
+        QTest::newRow("negative field") << QByteArray(R"({"columns":[{"field":-1,"title":"金额"}]})")
+                                        << QString("表头配置的列“金额”缺少字段号");
+        QTest::newRow("zero width") << QByteArray(R"({"columns":[{"field":3,"title":"金额","width":0}]})")
+                                    << QString("表头配置的列“金额”宽度无效");
+        QTest::newRow("bad align") << QByteArray(R"({"columns":[{"field":3,"title":"金额","align":"middle"}]})")
+                                   << QString("表头配置的列“金额”对齐方式“middle”无效");
+        QTest::newRow("row height") << QByteArray(R"({"rowHeight":0,"columns":[{"field":3}]})")
+                                    << QString("表头配置的行高0无效");
+        QTest::newRow("font size") << QByteArray(R"({"font":{"size":-4},"columns":[{"field":3}]})")
+                                   << QString("表头配置的字号-4无效");
+    }
+
+    void badFilesAreRefusedWithTheReason()
+    {
+        QFETCH(QByteArray, json);
+        QFETCH(QString, error);
+        QString reported;
+        const HeaderConfig c = HeaderConfig::fromJson(json, &reported);
+        QVERIFY(!c.isValid());
+        QVERIFY2(reported.startsWith(error), qPrintable(reported));
+        QVERIFY(!HeaderConfig::fromJson(json, nullptr).isValid()); // no error pointer is fine
+    }
+
+    // Every shipped configuration loads, is named as its file, starts with the serial number
+    // and only uses field numbers its table has.
+    void shippedConfigurations_data()
+    {
+        QTest::addColumn<QString>("list");
+        QTest::addColumn<QList<int>>("fields");
+        QTest::newRow("other items") << "其他项目清单" << QList<int>{1, 2, 3, 4, 5};
+        QTest::newRow("tenderer-purchased") << "招标人材料购置费清单"
+                                            << QList<int>{1, 2, 3, 4, 5, 6, 7, 9, 10, 12, 13, 15};
+        QTest::newRow("daywork") << "零星工作项目人工单价清单" << QList<int>{1, 2, 3, 4, 5, 6, 7};
+        QTest::newRow("fees") << "规费清单" << QList<int>{1, 2, 3, 4, 5, 6, 7};
+        QTest::newRow("provisional") << "暂估材料(工程设备)清单"
+                                     << QList<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12, 13, 14, 15};
+        QTest::newRow("evaluated") << "需评审的材料清单"
+                                   << QList<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12, 13, 14, 15};
+    }
+
+    void shippedConfigurations()
+    {
+        QFETCH(QString, list);
+        QFETCH(QList<int>, fields);
+        QFile file(QStringLiteral(TEST_DATA_DIR "/../../appdir/Config/TableHeader/") + list + ".json");
+        QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.fileName()));
+        QString error;
+        const HeaderConfig c = HeaderConfig::fromJson(file.readAll(), &error);
+        QVERIFY2(c.isValid(), qPrintable(error));
+        QCOMPARE(c.listName, list);
+        QCOMPARE(c.fontFamily, QString("SimSun"));
+        QCOMPARE(c.fontPointSize, 9);
+        QCOMPARE(c.columns.first().field, 1);
+        QCOMPARE(c.columns.first().title, QString("序号"));
+        QSet<int> seen;
+        for (const HeaderColumn& column : c.columns) {
+            QVERIFY2(fields.contains(column.field), qPrintable(column.title));
+            QVERIFY2(!seen.contains(column.field), qPrintable(column.title));
+            seen.insert(column.field);
+            QVERIFY(!column.title.isEmpty());
+            QVERIFY(column.width >= 40);
+        }
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_HeaderConfig)
+#include "tst_HeaderConfig.moc"
