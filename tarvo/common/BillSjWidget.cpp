@@ -40,6 +40,7 @@ void BillSjWidget::init(BillModel* model)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_view);
     connect(m_view, &zTableView::signalMouseMoveRows, this, &BillSjWidget::slotMouseMoveRows);
+    connect(DataManagement::getInstance(), &DataManagement::projectClosed, this, &BillSjWidget::forgetProject);
     connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) { ChangeDelAndInsAcState(current.row()); });
     // A reset drops the view's current cell: the user keeps their place (clamped to the rows
@@ -147,6 +148,21 @@ void BillSjWidget::loadNode(QVariant* payload, int msgId)
     RefreshGrid();
     applyReadOnly();
     onNodeLoaded();
+}
+
+void BillSjWidget::forgetProject(int projectIndex)
+{
+    if (!m_node || ProTreeNode::ProjectIndex(m_node) != projectIndex)
+        return;
+    m_view->clearSelection();
+    m_view->setCurrentIndex(QModelIndex());
+    m_node = nullptr;
+    m_works = nullptr;
+    m_table = nullptr;
+    m_model->setTableSource(nullptr, nullptr);
+    if (m_audit)
+        m_audit->SetTableSource(nullptr);
+    RefreshGrid();
 }
 
 void BillSjWidget::applyReadOnly()

@@ -66,6 +66,9 @@ protected:
 
 private:
     void loadNode(QVariant* payload, int msgId);
+    // The host closes a project while the page may still show one of its unit projects: the
+    // grid lets go of the rows before they are freed.
+    void forgetProject(int projectIndex);
     void applyReadOnly();
     void answerTemplateList();
 

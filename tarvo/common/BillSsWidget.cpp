@@ -6,6 +6,7 @@
 #include "ConstructionWorks.h"
 #include "DataManagement.h"
 #include "ProTreeNode.h"
+#include "ProjectWorks.h"
 #include "zTableView.h"
 
 #include <QGridLayout>
@@ -30,6 +31,16 @@ void BillSsWidget::init(BillModel* model, const QString& listName)
     layout->setSpacing(0);
     layout->addWidget(title, 0, 0);
     layout->addWidget(m_view, 1, 0);
+    connect(DataManagement::getInstance(), &DataManagement::projectClosed, this, &BillSsWidget::forgetProject);
+}
+
+void BillSsWidget::forgetProject(int projectIndex)
+{
+    const ProjectWorks* closing = DataManagement::getInstance()->GetProjectWorksByIndex(projectIndex);
+    if (!m_table || !closing || m_table->getOwner() != closing)
+        return;
+    m_table = nullptr;
+    m_model->setTableSource(nullptr, nullptr);
 }
 
 void BillSsWidget::ProcMsg(int msgId, QVariant* payload)

@@ -30,6 +30,9 @@ protected:
     virtual GeneralTableBase* pageTable(ConstructionWorks* works) const = 0;
 
 private:
+    // Lets go of the submitted rows when their project is closed.
+    void forgetProject(int projectIndex);
+
     AuditBusiness* m_audit;
     zTableView* m_view = nullptr;
     BillModel* m_model = nullptr;

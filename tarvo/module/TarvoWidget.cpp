@@ -111,6 +111,11 @@ TarvoWidget::TarvoWidget(const QMap<QString, SerContentInfo>& serviceContent,
     m_tabs->UpdateIndicatorGeometry();
 
     connect(m_tabs, SIGNAL(signalCurPageIndexChanged(int)), this, SLOT(slotCurTabChanged(int)));
+    // A closed project's node is freed with it: tab changes must not write to it any more.
+    connect(DataManagement::getInstance(), &DataManagement::projectClosed, this, [this](int index) {
+        if (m_currentNode && ProTreeNode::ProjectIndex(m_currentNode) == index)
+            m_currentNode = nullptr;
+    });
     connect(m_tabs, &zProTabWidget::signalCreateTabWidget, this, &TarvoWidget::slotCreateTabWidget);
     connect(m_tabs, &zProTabWidget::signalToDeleteTabWidget, this, &TarvoWidget::slotRemoveTabWidget);
     connect(m_tabs, &zProTabWidget::signalTabPageChanged, this, &TarvoWidget::slotTabPageChanged);

@@ -90,6 +90,33 @@ private slots:
         QCOMPARE(page.audit()->rowState(1), AuditBusiness::Added);
     }
 
+    void closingAProjectReleasesItsRowsOnly()
+    {
+        auto closing = std::make_unique<TestProject>();
+        TestProject other;
+        fillOtherItems(closing->current);
+        fillOtherItems(closing->submitted);
+        fillOtherItems(other.current);
+        QtXmQdWidget shown, kept;
+        load(shown, closing->unit);
+        load(kept, other.unit);
+        QVERIFY(shown.ssWidget() && shown.ssWidget()->table());
+        QCOMPARE(shown.sjWidget()->model()->rowCount(), 6);
+
+        closing.reset(); // the host closes the project and frees its rows
+        QVERIFY(!shown.sjWidget()->node());
+        QVERIFY(!shown.sjWidget()->table());
+        QVERIFY(!shown.audit()->tableSource());
+        QVERIFY(!shown.ssWidget()->table());
+        QCOMPARE(shown.sjWidget()->model()->rowCount(), 0);
+        QCOMPARE(shown.ssWidget()->model()->rowCount(), 0);
+        QVariant none;
+        shown.ProcMsg(41, &none); // a refresh reads nothing that is gone
+        QCOMPARE(shown.sjWidget()->model()->rowCount(), 0);
+        QCOMPARE(kept.sjWidget()->model()->rowCount(), 6); // another project stays shown
+        QCOMPARE(kept.sjWidget()->table(), other.current->getTenderInventory()->getQtXmQdHzTable());
+    }
+
     void nodeOfAnotherTypeIsLoggedAndIgnored()
     {
         TestProject p;

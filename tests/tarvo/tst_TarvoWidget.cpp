@@ -140,6 +140,20 @@ private slots:
         QVERIFY(!widget.tabs()->IsReadOnlyState()); // read from the kept node's project
     }
 
+    void closedProjectsNodeIsForgotten()
+    {
+        auto p = std::make_unique<TestProject>();
+        TarvoWidget widget(services(), pages(pageOrder()));
+        widget.show();
+        QVariant node = QVariant::fromValue(p->unit);
+        widget.ProcMsg(74, &node);
+        p.reset();
+        QCOMPARE(widget.currentNode(), nullptr);
+        QSignalSpy sent(Communication::GetInstance(), &Communication::signalMsg);
+        widget.tabs()->setCurrentIndex(3); // stores nothing, still announces the page
+        QCOMPARE(sentIds(sent).last(), 30);
+    }
+
     void tabChangeAnnouncesThePageAndStoresItForTheNode()
     {
         TestProject p;
