@@ -8,6 +8,9 @@
 #include <QAbstractItemModelTester>
 #include <QDialog>
 #include <QHeaderView>
+#include <QListWidget>
+#include <QMouseEvent>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -125,6 +128,136 @@ private slots:
         InteractionSeam::pushAnswer(int(QDialog::Accepted));
         zTableView::callHeaderSettingsPanel(&view);
         QCOMPARE(InteractionSeam::lastShown().text, QString("请至少保留一列!"));
+    }
+
+    void brokenUserTemplatesAreReportedAndChangeNothing()
+    {
+        zTableView view;
+        BaseDataItemModel model;
+        view.setModel(&model);
+        view.LoadTableHeader("测试清单");
+        QDir().mkpath(m_user.filePath("TableHeader/测试清单"));
+        QFile bad(m_user.filePath("TableHeader/测试清单/坏模板.json"));
+        QVERIFY(bad.open(QIODevice::WriteOnly));
+        bad.write(R"({"columns":[{"field":2,"title":"名称","width":-5}]})");
+        bad.close();
+
+        zTableView::callSwitchTableHeaderConfig(&view, 1, 1, "坏模板");
+        QCOMPARE(InteractionSeam::lastShown().kind, QString("warning"));
+        QCOMPARE(InteractionSeam::lastShown().text, QString("表头配置的列“名称”宽度无效"));
+        QCOMPARE(model.columnCount(), 3);
+        QCOMPARE(view.currentTemplateName(), QString("默认表头"));
+
+        // A remembered template that went bad since falls back to the shipped header.
+        QFile current(m_user.filePath("TableHeader/测试清单/.current"));
+        QVERIFY(current.open(QIODevice::WriteOnly));
+        current.write(QString("坏模板").toUtf8());
+        current.close();
+        zTableView other;
+        QVERIFY(other.LoadTableHeader("测试清单"));
+        QCOMPARE(other.currentTemplateName(), QString("默认表头"));
+        QCOMPARE(other.headerConfig().columns.size(), 3);
+        QFile::remove(bad.fileName());
+        QFile::remove(current.fileName());
+    }
+
+    void currentColumnTitleIsChanged()
+    {
+        zTableView view;
+        BaseDataItemModel model;
+        view.setModel(&model);
+        view.LoadTableHeader("测试清单");
+        view.setCurrentIndex(model.index(-1, -1));
+        InteractionSeam::pushAnswer(QString("  名称 "));
+        zTableView::callModifyCurrColNamePanel(&view); // no current cell: the first column
+        QCOMPARE(InteractionSeam::lastShown().title, QString("修改当前列标题"));
+        QCOMPARE(model.headerData(0, Qt::Horizontal).toString(), QString("名称"));
+
+        InteractionSeam::pushAnswer(QString("   "));
+        zTableView::callModifyCurrColNamePanel(&view);
+        QCOMPARE(InteractionSeam::lastShown().text, QString("列标题不能为空!"));
+        QCOMPARE(model.headerData(0, Qt::Horizontal).toString(), QString("名称"));
+        zTableView::callModifyCurrColNamePanel(&view); // cancelled
+        QCOMPARE(model.headerData(0, Qt::Horizontal).toString(), QString("名称"));
+        QCOMPARE(view.headerConfig().columns.at(1).title, QString("项目名称"));
+    }
+
+    void settingsPanelHidesAndRenamesColumns()
+    {
+        zTableView view;
+        BaseDataItemModel model;
+        view.setModel(&model);
+        view.LoadTableHeader("测试清单");
+        // The user unchecks every column, blanks one title and renames another.
+        InteractionSeam::setModalHook([](QDialog* dialog) {
+            auto* list = dialog->findChild<QListWidget*>();
+            QVERIFY(list);
+            QCOMPARE(list->count(), 3);
+            for (int i = 0; i < list->count(); ++i)
+                list->item(i)->setCheckState(Qt::Unchecked);
+            list->item(1)->setText(QString());
+            list->item(0)->setText("编号");
+        });
+        // The two refusals inside the dialog are answered before the dialog itself.
+        InteractionSeam::pushAnswer(QString("确定"));
+        InteractionSeam::pushAnswer(QString("确定"));
+        InteractionSeam::pushAnswer(int(QDialog::Accepted));
+        zTableView::callHeaderSettingsPanel(&view);
+
+        QStringList texts;
+        for (const InteractionSeam::Shown& s : InteractionSeam::shown())
+            texts << s.text;
+        QCOMPARE(texts, QStringList({"HeaderSettingsDialog", "请至少保留一列!", "列标题不能为空!"}));
+        const HeaderConfig& c = view.headerConfig();
+        QCOMPARE(c.columns.at(0).title, QString("编号"));
+        QCOMPARE(c.columns.at(1).title, QString("项目名称"));
+        QVERIFY(!c.columns.at(0).visible);
+        QVERIFY(!c.columns.at(1).visible);
+        QVERIFY(c.columns.at(2).visible); // the last one unchecked came back
+        QVERIFY(view.isColumnHidden(0));
+        QVERIFY(!view.isColumnHidden(2));
+
+        // Cancelled: nothing changes.
+        InteractionSeam::setModalHook([](QDialog* dialog) {
+            dialog->findChild<QListWidget*>()->item(0)->setCheckState(Qt::Checked);
+        });
+        zTableView::callHeaderSettingsPanel(&view);
+        QVERIFY(view.isColumnHidden(0));
+    }
+
+    void rowsAreDraggedByTheRowHeader()
+    {
+        TestProject p;
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        for (int i = 0; i < 5; ++i)
+            TestProject::row(t, 0, {{2, QString("第%1行").arg(i)}});
+        zTableView view;
+        BaseDataItemModel model;
+        view.setModel(&model);
+        view.LoadTableHeader("测试清单");
+        model.setTableSource(p.current, t);
+        view.resize(500, 400);
+        view.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&view));
+        QSignalSpy moved(&view, &zTableView::signalMouseMoveRows);
+        QWidget* rows = view.verticalHeader()->viewport();
+        auto centre = [&view](int row) {
+            return QPoint(view.verticalHeader()->width() / 2,
+                          view.verticalHeader()->sectionViewportPosition(row) + 5);
+        };
+        QTest::mousePress(rows, Qt::LeftButton, {}, centre(1));
+        QMouseEvent move(QEvent::MouseMove, centre(3), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(rows, &move);
+        QTest::mouseRelease(rows, Qt::LeftButton, {}, centre(3));
+        QVERIFY(!moved.isEmpty());
+        QCOMPARE(moved.last(), QVariantList({1, 3, true}));
+        QCOMPARE(moved.first().at(2).toBool(), false); // the move itself is not the end
+
+        // Released on the row it started from: no move.
+        moved.clear();
+        QTest::mousePress(rows, Qt::LeftButton, {}, centre(2));
+        QTest::mouseRelease(rows, Qt::LeftButton, {}, centre(2));
+        QVERIFY(moved.isEmpty());
     }
 
     void modelFlagsFollowLocks()
