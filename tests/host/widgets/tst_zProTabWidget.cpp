@@ -79,8 +79,77 @@ private slots:
         QCOMPARE(refused.count(), 1);
         QCOMPARE(refused.first().first().toString(), QString("请至少保留一个页签!"));
         QCOMPARE(tabs.count(), 1);
+        tabs.SetTabVisibleBySysName("乙", false, false);
+        QCOMPARE(refused.count(), 2);
+        QCOMPARE(tabs.visiblePageNames(), QStringList{"乙"});
+        QCOMPARE(arrangement.count(), 2);
         tabs.SetTabVisibleBySysName("丙", true, false);
         QCOMPARE(tabs.GetSysNameByIndex(tabs.currentIndex()), QString("丙"));
+    }
+
+    void hidingTheCurrentTabMakesAndAnnouncesTheNext()
+    {
+        zProTabWidget tabs(4);
+        fill(tabs);
+        tabs.show();
+        QCOMPARE(m_created, 1); // 乙
+        QSignalSpy current(&tabs, &zProTabWidget::signalCurPageIndexChanged);
+        tabs.SetTabVisibleBySysName("乙", false, true);
+        QCOMPARE(tabs.visiblePageNames(), QStringList({"甲", "丙"}));
+        QCOMPARE(current.count(), 1);
+        QVERIFY(tabs.GetCurrentContentWidget());
+        QCOMPARE(m_created, 2);
+        const QString now = tabs.GetSysNameByIndex(current.first().first().toInt());
+        QCOMPARE(qobject_cast<QLabel*>(tabs.GetCurrentContentWidget())->text(), now);
+
+        // Showing it again in place keeps the current page; its own page is not made twice.
+        tabs.SetTabVisibleBySysName("乙", true, true);
+        QCOMPARE(tabs.visiblePageNames(), QStringList({"甲", "乙", "丙"}));
+        QCOMPARE(tabs.GetSysNameByIndex(tabs.currentIndex()), now);
+        tabs.SetTabVisibleBySysName("乙", true, false);
+        QCOMPARE(tabs.GetSysNameByIndex(tabs.currentIndex()), QString("乙"));
+        QCOMPARE(m_created, 2);
+        QCOMPARE(tabs.GetAlreadyCreatePage().value("S2").size(), 1);
+        tabs.SetTabVisibleBySysName("没有这页", false, true); // unknown names change nothing
+        QCOMPARE(tabs.count(), 3);
+    }
+
+    void arrangementListsEveryPage()
+    {
+        zProTabWidget tabs(4);
+        fill(tabs);
+        tabs.show();
+        QSignalSpy arrangement(&tabs, &zProTabWidget::signalTabPageChanged);
+        tabs.SetTabVisibleBySysName("丙", false, true);
+        QCOMPARE(arrangement.count(), 1);
+        const auto pages =
+            arrangement.first().first().value<QList<ProjectSettingSpace::ProFuncPageInfo>>();
+        QCOMPARE(pages.size(), 3);
+        QStringList names;
+        for (const auto& page : pages)
+            names << page.strPageName + (page.bVisible ? "+" : "-") + (page.bCurrent ? "*" : "");
+        QCOMPARE(names, QStringList({"甲+", "乙+*", "丙-"}));
+        QCOMPARE(pages.at(2).strServiceName, QString("S3"));
+        // Hiding what is hidden is no change.
+        tabs.SetTabVisibleBySysName("丙", false, true);
+        QCOMPARE(arrangement.count(), 1);
+    }
+
+    void readOnlyStateAndNamesOutOfRange()
+    {
+        zProTabWidget tabs(4);
+        fill(tabs);
+        QVERIFY(!tabs.IsReadOnlyState());
+        tabs.ChangeROState(true);
+        QVERIFY(tabs.IsReadOnlyState());
+        QVERIFY(tabs.styleSheet().contains("#7a7a7a"));
+        tabs.ChangeROState(false);
+        QVERIFY(!tabs.styleSheet().contains("#7a7a7a"));
+        QCOMPARE(tabs.GetSysNameByIndex(7), QString());
+        QCOMPARE(tabs.GetSysNameByIndex(-1), QString());
+        QVERIFY(!tabs.contentWidget(7));
+        QCOMPARE(tabs.indexOfPage("丙"), 2);
+        QCOMPARE(tabs.indexOfPage("没有这页"), -1);
     }
 
     void contextMenuAsksForTemplatesFirst()
