@@ -100,20 +100,20 @@ SporadicWorksWidget::SporadicWorksWidget(QWidget* parent) : QWidget(parent), m_m
         QString text;
         const char* icon;
         void (SporadicWorksWidget::*slot)();
-    } specs[] = {{"selectBtn", QStringLiteral("选用"), ":/Image/Home/XuanYong-1.svg", &SporadicWorksWidget::on_selectBtn_clicked},
+    } commands[] = {{"selectBtn", QStringLiteral("选用"), ":/Image/Home/XuanYong-1.svg", &SporadicWorksWidget::on_selectBtn_clicked},
                  {"saveBtn", QStringLiteral("保存"), nullptr, &SporadicWorksWidget::on_saveBtn_clicked},
                  {"GiveUpBtn", QStringLiteral("放弃"), nullptr, &SporadicWorksWidget::on_GiveUpBtn_clicked},
                  {"addBtn", QStringLiteral("添加"), nullptr, &SporadicWorksWidget::on_addBtn_clicked},
                  {"delBtn", QStringLiteral("删除"), nullptr, &SporadicWorksWidget::on_delBtn_clicked},
                  {"editBtn", QStringLiteral("编辑"), ":/Image/Home/BianJi-1.svg", &SporadicWorksWidget::on_editBtn_clicked}};
-    for (const auto& spec : specs) {
-        auto* button = new QPushButton(spec.text, buttons);
-        button->setObjectName(QString::fromLatin1(spec.name));
-        if (spec.icon)
-            button->setIcon(QIcon(QString::fromLatin1(spec.icon)));
-        connect(button, &QPushButton::clicked, this, spec.slot);
+    for (const auto& command : commands) {
+        auto* button = new QPushButton(command.text, buttons);
+        button->setObjectName(QString::fromLatin1(command.name));
+        if (command.icon)
+            button->setIcon(QIcon(QString::fromLatin1(command.icon)));
+        connect(button, &QPushButton::clicked, this, command.slot);
         row->addWidget(button);
-        if (QLatin1String(spec.name) == QLatin1String("selectBtn"))
+        if (QLatin1String(command.name) == QLatin1String("selectBtn"))
             m_select = button;
     }
     static_cast<QVBoxLayout*>(buttons->layout())->addLayout(row);
