@@ -202,6 +202,12 @@ void zTableView::callSaveUserTemplateToJsonFilePanel(zTableView* view)
                                               QStringLiteral("模板名称："), view->currentTemplateName(), &ok);
     if (!ok)
         return;
+    // Saving over a template of the same name replaces it: only when the user says so.
+    const QString path = view->templateDir() + QLatin1Char('/') + name.trimmed() + QStringLiteral(".json");
+    if (!name.trimmed().isEmpty() && QFileInfo::exists(path)
+        && !showQuestion(view, QStringLiteral("提示"),
+                         QStringLiteral("表头模板“%1”已存在，是否覆盖？").arg(name.trimmed())))
+        return;
     QString error;
     if (!view->saveUserTemplate(name, &error))
         showWarning(view, QStringLiteral("提示"), error);

@@ -99,6 +99,32 @@ private slots:
         other.LoadTableHeader("测试清单");
         QCOMPARE(other.currentTemplateName(), QString("简洁"));
 
+        // Saving under a name in use asks first; "否" keeps the old template.
+        HeaderConfig renamed = view.headerConfig();
+        renamed.columns[0].title = "编号";
+        view.applyHeaderConfig(renamed);
+        InteractionSeam::clear();
+        InteractionSeam::pushAnswer(QString("宽表"));
+        InteractionSeam::pushAnswer(QString("否"));
+        zTableView::callSaveUserTemplateToJsonFilePanel(&view);
+        QCOMPARE(InteractionSeam::lastShown().text, QString("表头模板“宽表”已存在，是否覆盖？"));
+        zTableView::callSwitchTableHeaderConfig(&view, 1, 1, "宽表");
+        QCOMPARE(model.headerData(0, Qt::Horizontal).toString(), QString("序号"));
+        view.applyHeaderConfig(renamed);
+        InteractionSeam::pushAnswer(QString("宽表"));
+        InteractionSeam::pushAnswer(QString("是"));
+        zTableView::callSaveUserTemplateToJsonFilePanel(&view);
+        zTableView::callSwitchTableHeaderConfig(&view, 1, 1, "简洁");
+        zTableView::callSwitchTableHeaderConfig(&view, 1, 1, "宽表");
+        QCOMPARE(model.headerData(0, Qt::Horizontal).toString(), QString("编号"));
+
+        // Names that cannot be a file name are refused with the reason.
+        InteractionSeam::pushAnswer(QString("a:b"));
+        zTableView::callSaveUserTemplateToJsonFilePanel(&view);
+        QCOMPARE(InteractionSeam::lastShown().kind, QString("warning"));
+        QCOMPARE(InteractionSeam::lastShown().text, QString("模板名称“a:b”无效，请重新输入。"));
+        QCOMPARE(zTableView::getCurrentTableAllTemplateName(&view), QStringList({"简洁", "宽表"}));
+
         QString error;
         QVERIFY(!view.saveUserTemplate("a/b", &error));
         QVERIFY(!view.saveUserTemplate("默认表头", &error));
