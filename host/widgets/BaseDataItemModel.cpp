@@ -85,7 +85,8 @@ QVariant BaseDataItemModel::data(const QModelIndex& index, int role) const
     case Qt::FontRole:
         return QFont(QStringLiteral("SimSun"), 9);
     case Qt::SizeHintRole:
-        return item->getRowHeight() > 0 ? QVariant(QSize(column.width, item->getRowHeight())) : QVariant();
+        return item->getRowHeight() > 0 ? QVariant(QSize(column.width, item->getRowHeight()))
+                                        : QVariant();
     default:
         return QVariant();
     }

@@ -65,9 +65,10 @@ HeaderConfig HeaderConfig::fromJson(const QByteArray& json, QString* error)
         if (column.width <= 0)
             return fail(QStringLiteral("表头配置的列“%1”宽度无效").arg(column.title));
         const QString align = o.value(QStringLiteral("align")).toString(QStringLiteral("left"));
-        if (align != QLatin1String("left") && align != QLatin1String("center")
-            && align != QLatin1String("right"))
-            return fail(QStringLiteral("表头配置的列“%1”对齐方式“%2”无效").arg(column.title, align));
+        if (align != QLatin1String("left") && align != QLatin1String("center") &&
+            align != QLatin1String("right"))
+            return fail(
+                QStringLiteral("表头配置的列“%1”对齐方式“%2”无效").arg(column.title, align));
         column.align = alignmentFromText(align);
         column.visible = o.value(QStringLiteral("visible")).toBool(true);
         config.columns.append(column);
@@ -87,8 +88,8 @@ QByteArray HeaderConfig::toJson() const
     }
     const QJsonObject root{
         {QStringLiteral("listName"), listName},
-        {QStringLiteral("font"),
-         QJsonObject{{QStringLiteral("family"), fontFamily}, {QStringLiteral("size"), fontPointSize}}},
+        {QStringLiteral("font"), QJsonObject{{QStringLiteral("family"), fontFamily},
+                                             {QStringLiteral("size"), fontPointSize}}},
         {QStringLiteral("rowHeight"), rowHeight},
         {QStringLiteral("columns"), columnArray}};
     return QJsonDocument(root).toJson(QJsonDocument::Indented);

@@ -18,8 +18,8 @@ class InteractionSeam
 public:
     struct Shown
     {
-        QString kind;   // "information", "question", "warning", "critical", "open", "save",
-                        // "input", "modal", "progress"
+        QString kind; // "information", "question", "warning", "critical", "open", "save",
+                      // "input", "modal", "progress"
         QString title;
         QString text;
         QStringList buttons;

@@ -20,7 +20,8 @@ public:
     using QObject::QObject;
     virtual QWidget* createEditorWidget(QWidget* parent) = 0;
     virtual void setEditorData(QWidget* editor, const QModelIndex& index) = 0;
-    virtual void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) = 0;
+    virtual void setModelData(QWidget* editor, QAbstractItemModel* model,
+                              const QModelIndex& index) = 0;
 };
 
 } // namespace Qtitan

@@ -26,7 +26,8 @@ void VXEditorDelegate::setEditorData(QWidget* editor, const QModelIndex& index) 
         QStyledItemDelegate::setEditorData(editor, index);
 }
 
-void VXEditorDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
+void VXEditorDelegate::setModelData(QWidget* editor, QAbstractItemModel* model,
+                                    const QModelIndex& index) const
 {
     if (Qtitan::VXBaseEditor* own = editorOf(index))
         own->setModelData(editor, model, index);

@@ -10,7 +10,8 @@ VXProgressBar::VXProgressBar(const QString& title, const QString& text, int mini
     : QObject(parent), m_value(minimum)
 {
     InteractionSeam::record({QStringLiteral("progress"), title, text, {}});
-    if (InteractionSeam::isScripted() || QGuiApplication::platformName() == QLatin1String("offscreen"))
+    if (InteractionSeam::isScripted() ||
+        QGuiApplication::platformName() == QLatin1String("offscreen"))
         return;
     m_dialog = new QProgressDialog(text, QString(), minimum, maximum);
     m_dialog->setWindowTitle(title);

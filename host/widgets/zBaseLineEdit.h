@@ -15,5 +15,7 @@ class zBaseButton : public QPushButton
 {
     Q_OBJECT
 public:
-    explicit zBaseButton(const QString& text, QWidget* parent = nullptr) : QPushButton(text, parent) {}
+    explicit zBaseButton(const QString& text, QWidget* parent = nullptr) : QPushButton(text, parent)
+    {
+    }
 };

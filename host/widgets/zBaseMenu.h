@@ -8,5 +8,8 @@ class zBaseMenu : public QMenu
 {
     Q_OBJECT
 public:
-    explicit zBaseMenu(const QString& title = QString(), QWidget* parent = nullptr) : QMenu(title, parent) {}
+    explicit zBaseMenu(const QString& title = QString(), QWidget* parent = nullptr)
+        : QMenu(title, parent)
+    {
+    }
 };

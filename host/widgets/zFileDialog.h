@@ -8,9 +8,11 @@ class QWidget;
 class zFileDialog
 {
 public:
-    static QString getOpenFileName(QWidget* parent, const QString& caption, const QString& dir = QString(),
+    static QString getOpenFileName(QWidget* parent, const QString& caption,
+                                   const QString& dir = QString(),
                                    const QString& filter = QString());
-    static QString getSaveFileName(QWidget* parent, const QString& caption, const QString& dir = QString(),
+    static QString getSaveFileName(QWidget* parent, const QString& caption,
+                                   const QString& dir = QString(),
                                    const QString& filter = QString());
     static QString getText(QWidget* parent, const QString& title, const QString& label,
                            const QString& text = QString(), bool* ok = nullptr);

@@ -13,7 +13,7 @@ struct ButtonText
 };
 
 const ButtonText kButtons[] = {
-    {QMessageBox::Ok, "确定"}, {QMessageBox::Yes, "是"}, {QMessageBox::No, "否"},
+    {QMessageBox::Ok, "确定"},     {QMessageBox::Yes, "是"},    {QMessageBox::No, "否"},
     {QMessageBox::Cancel, "取消"}, {QMessageBox::Save, "保存"}, {QMessageBox::Discard, "不保存"},
 };
 
@@ -22,10 +22,14 @@ QString kindOf(QMessageBox::Icon icon, QMessageBox::StandardButtons buttons)
     if (buttons.testFlag(QMessageBox::Yes))
         return QStringLiteral("question");
     switch (icon) {
-    case QMessageBox::Warning: return QStringLiteral("warning");
-    case QMessageBox::Critical: return QStringLiteral("critical");
-    case QMessageBox::Question: return QStringLiteral("question");
-    default: return QStringLiteral("information");
+    case QMessageBox::Warning:
+        return QStringLiteral("warning");
+    case QMessageBox::Critical:
+        return QStringLiteral("critical");
+    case QMessageBox::Question:
+        return QStringLiteral("question");
+    default:
+        return QStringLiteral("information");
     }
 }
 
@@ -46,8 +50,10 @@ QMessageBox::StandardButton scriptedAnswer(QMessageBox::StandardButtons buttons,
 
 } // namespace
 
-QMessageBox::StandardButton showInformation(QWidget* parent, const QString& title, const QString& text,
-                                            QMessageBox::StandardButtons buttons, QMessageBox::Icon icon)
+QMessageBox::StandardButton showInformation(QWidget* parent, const QString& title,
+                                            const QString& text,
+                                            QMessageBox::StandardButtons buttons,
+                                            QMessageBox::Icon icon)
 {
     InteractionSeam::Shown shown{kindOf(icon, buttons), title, text, {}};
     QMessageBox::StandardButton first = QMessageBox::NoButton;
@@ -71,8 +77,7 @@ QMessageBox::StandardButton showInformation(QWidget* parent, const QString& titl
 bool showQuestion(QWidget* parent, const QString& title, const QString& text)
 {
     return showInformation(parent, title, text, QMessageBox::Yes | QMessageBox::No,
-                           QMessageBox::Question)
-           == QMessageBox::Yes;
+                           QMessageBox::Question) == QMessageBox::Yes;
 }
 
 QMessageBox::StandardButton showWarning(QWidget* parent, const QString& title, const QString& text)

@@ -46,15 +46,18 @@ void zProTabWidget::SetTabOnTop(bool onTop)
 void zProTabWidget::UpdateTabWidgetStyle()
 {
     const QString text = m_readOnly ? QStringLiteral("#7a7a7a") : QStringLiteral("#1f2d3d");
-    setStyleSheet(QStringLiteral(
-        "QTabBar::tab { background: #eef2f7; color: %1; border: 1px solid #c9d2dd;"
-        " padding: 4px 14px; margin-right: 1px; font-family: SimSun; font-size: 9pt; }"
-        "QTabBar::tab:selected { background: #ffffff; color: #0b5cad; font-weight: bold; }"
-        "QTabBar::tab:hover { background: #dde8f5; }").arg(text));
+    setStyleSheet(
+        QStringLiteral(
+            "QTabBar::tab { background: #eef2f7; color: %1; border: 1px solid #c9d2dd;"
+            " padding: 4px 14px; margin-right: 1px; font-family: SimSun; font-size: 9pt; }"
+            "QTabBar::tab:selected { background: #ffffff; color: #0b5cad; font-weight: bold; }"
+            "QTabBar::tab:hover { background: #dde8f5; }")
+            .arg(text));
 }
 
 void zProTabWidget::AddTabWithoutCreateWidget(const QString& pageName, const QString& serviceName,
-                                              bool bCurrent, bool bServiceFlag, const QVariant& data)
+                                              bool bCurrent, bool bServiceFlag,
+                                              const QVariant& data)
 {
     auto tab = std::make_unique<Tab>();
     tab->info.strPageName = pageName;
@@ -211,7 +214,8 @@ QMenu* zProTabWidget::buildContextMenu()
     QMenu* templates = menu->addMenu(QStringLiteral("表头模板"));
     for (const QString& name : std::as_const(m_headerTemplates)) {
         QAction* action = templates->addAction(name);
-        connect(action, &QAction::triggered, this, [this, name] { emit sigHeaderTemplateChanged(name); });
+        connect(action, &QAction::triggered, this,
+                [this, name] { emit sigHeaderTemplateChanged(name); });
     }
     connect(menu->addAction(QStringLiteral("保存表头模板")), &QAction::triggered, this,
             &zProTabWidget::signalSaveTableheaderTemp);

@@ -27,8 +27,8 @@ public:
     void SetHaveContextMenu(bool have);
     void SetTabOnTop(bool onTop);
     void UpdateTabWidgetStyle();
-    void AddTabWithoutCreateWidget(const QString& pageName, const QString& serviceName, bool bCurrent,
-                                   bool bServiceFlag, const QVariant& data);
+    void AddTabWithoutCreateWidget(const QString& pageName, const QString& serviceName,
+                                   bool bCurrent, bool bServiceFlag, const QVariant& data);
     // Sorts the tabs by this order of page names; pages not named keep their place at the end.
     void SetTabPageOriginalOrder(const QStringList& pageNames);
     void SetServiceContentInfo(const QMap<QString, SerContentInfo>& info);

@@ -30,7 +30,8 @@ void zRowHeaderView::paintSection(QPainter* painter, const QRect& rect, int logi
         size = QSize(16, 16);
     size = size.boundedTo(rect.size() - QSize(2, 2));
     const Qt::Alignment align(m->headerData(logicalIndex, Qt::Vertical, IconAlignRole).toInt());
-    const QRect target = QStyle::alignedRect(Qt::LeftToRight, align ? align : Qt::AlignCenter, size, rect);
+    const QRect target =
+        QStyle::alignedRect(Qt::LeftToRight, align ? align : Qt::AlignCenter, size, rect);
     // The mark covers the row number: the question is what the row is about.
     painter->save();
     painter->setClipRect(rect); // the styled section leaves the painter clipped to nothing

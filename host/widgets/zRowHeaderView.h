@@ -9,7 +9,12 @@ class zRowHeaderView : public QHeaderView
 {
     Q_OBJECT
 public:
-    enum Role { IconShownRole = 5256, IconImageRole = 5257, IconSizeRole = 5258, IconAlignRole = 5259 };
+    enum Role {
+        IconShownRole = 5256,
+        IconImageRole = 5257,
+        IconSizeRole = 5258,
+        IconAlignRole = 5259
+    };
 
     explicit zRowHeaderView(QWidget* parent = nullptr);
 

@@ -2,23 +2,23 @@
 
 #include "BaseDataItemModel.h"
 #include "InteractionSeam.h"
-#include "VXEditorDelegate.h"
-#include "zRowHeaderView.h"
 #include "SharedInterface.h"
+#include "VXEditorDelegate.h"
 #include "zFileDialog.h"
 #include "zMessageBox.h"
+#include "zRowHeaderView.h"
 #include "zTitleModal.h"
 
 #include <QCollator>
 #include <QDebug>
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QPushButton>
 #include <QDir>
 #include <QFile>
 #include <QHeaderView>
 #include <QListWidget>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <QSaveFile>
 #include <QVBoxLayout>
@@ -28,8 +28,8 @@
 zTableView::zTableView(QWidget* parent) : QTableView(parent)
 {
     setSelectionBehavior(QAbstractItemView::SelectItems);
-    setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
-                    | QAbstractItemView::AnyKeyPressed);
+    setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                    QAbstractItemView::AnyKeyPressed);
     setAlternatingRowColors(false);
     horizontalHeader()->setHighlightSections(false);
     setVerticalHeader(new zRowHeaderView(this));
@@ -68,8 +68,8 @@ bool zTableView::loadTemplateFile(const QString& path, QString* error)
 
 bool zTableView::LoadTableHeader(const QString& listName)
 {
-    const QString path =
-        SharedInterface::GetAppPath() + QStringLiteral("Config/TableHeader/") + listName + QStringLiteral(".json");
+    const QString path = SharedInterface::GetAppPath() + QStringLiteral("Config/TableHeader/") +
+                         listName + QStringLiteral(".json");
     QString error;
     m_config.listName = listName;
     if (!loadTemplateFile(path, &error)) {
@@ -82,11 +82,13 @@ bool zTableView::LoadTableHeader(const QString& listName)
     if (current.open(QIODevice::ReadOnly)) {
         const QString name = QString::fromUtf8(current.readAll()).trimmed();
         if (!name.isEmpty() && name != DefaultTemplateName) {
-            const QString templatePath = templateDir() + QLatin1Char('/') + name + QStringLiteral(".json");
+            const QString templatePath =
+                templateDir() + QLatin1Char('/') + name + QStringLiteral(".json");
             if (loadTemplateFile(templatePath, &error))
                 m_currentTemplate = name;
             else
-                qDebug().noquote() << QStringLiteral("表头模板加载失败 %1/%2: %3").arg(listName, name, error);
+                qDebug().noquote()
+                    << QStringLiteral("表头模板加载失败 %1/%2: %3").arg(listName, name, error);
         }
     }
     return true;
@@ -154,7 +156,8 @@ void zTableView::rememberTemplate(const QString& name)
     }
 }
 
-void zTableView::callSwitchTableHeaderConfig(zTableView* view, int type, int scope, const QString& name)
+void zTableView::callSwitchTableHeaderConfig(zTableView* view, int type, int scope,
+                                             const QString& name)
 {
     Q_UNUSED(type)
     Q_UNUSED(scope)
@@ -166,7 +169,8 @@ void zTableView::callSwitchTableHeaderConfig(zTableView* view, int type, int sco
         return;
     }
     QString error;
-    if (view->loadTemplateFile(view->templateDir() + QLatin1Char('/') + name + QStringLiteral(".json"), &error))
+    if (view->loadTemplateFile(
+            view->templateDir() + QLatin1Char('/') + name + QStringLiteral(".json"), &error))
         view->rememberTemplate(name);
     else
         showWarning(view, QStringLiteral("提示"), error);
@@ -176,8 +180,8 @@ bool zTableView::saveUserTemplate(const QString& name, QString* error)
 {
     static const QRegularExpression invalid(QStringLiteral("[\\\\/:*?\"<>|]"));
     const QString trimmed = name.trimmed();
-    if (trimmed.isEmpty() || trimmed == DefaultTemplateName || trimmed.startsWith(QLatin1Char('.'))
-        || trimmed.contains(invalid)) {
+    if (trimmed.isEmpty() || trimmed == DefaultTemplateName ||
+        trimmed.startsWith(QLatin1Char('.')) || trimmed.contains(invalid)) {
         if (error)
             *error = QStringLiteral("模板名称“%1”无效，请重新输入。").arg(name);
         return false;
@@ -198,15 +202,17 @@ void zTableView::callSaveUserTemplateToJsonFilePanel(zTableView* view)
     if (!view)
         return;
     bool ok = false;
-    const QString name = zFileDialog::getText(view, QStringLiteral("保存表头模板"),
-                                              QStringLiteral("模板名称："), view->currentTemplateName(), &ok);
+    const QString name =
+        zFileDialog::getText(view, QStringLiteral("保存表头模板"), QStringLiteral("模板名称："),
+                             view->currentTemplateName(), &ok);
     if (!ok)
         return;
     // Saving over a template of the same name replaces it: only when the user says so.
-    const QString path = view->templateDir() + QLatin1Char('/') + name.trimmed() + QStringLiteral(".json");
-    if (!name.trimmed().isEmpty() && QFileInfo::exists(path)
-        && !showQuestion(view, QStringLiteral("提示"),
-                         QStringLiteral("表头模板“%1”已存在，是否覆盖？").arg(name.trimmed())))
+    const QString path =
+        view->templateDir() + QLatin1Char('/') + name.trimmed() + QStringLiteral(".json");
+    if (!name.trimmed().isEmpty() && QFileInfo::exists(path) &&
+        !showQuestion(view, QStringLiteral("提示"),
+                      QStringLiteral("表头模板“%1”已存在，是否覆盖？").arg(name.trimmed())))
         return;
     QString error;
     if (!view->saveUserTemplate(name, &error))
@@ -221,8 +227,9 @@ void zTableView::callModifyCurrColNamePanel(zTableView* view)
     if (column < 0 || column >= view->m_config.columns.size())
         return;
     bool ok = false;
-    const QString title = zFileDialog::getText(view, QStringLiteral("修改当前列标题"), QStringLiteral("列标题："),
-                                               view->m_config.columns.at(column).title, &ok);
+    const QString title =
+        zFileDialog::getText(view, QStringLiteral("修改当前列标题"), QStringLiteral("列标题："),
+                             view->m_config.columns.at(column).title, &ok);
     if (!ok)
         return;
     if (title.trimmed().isEmpty()) {

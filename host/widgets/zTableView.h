@@ -31,7 +31,8 @@ public:
     void setModel(QAbstractItemModel* model) override;
 
     // The header-template commands (messages 7002-7005) and the template list (7006).
-    static void callSwitchTableHeaderConfig(zTableView* view, int type, int scope, const QString& name);
+    static void callSwitchTableHeaderConfig(zTableView* view, int type, int scope,
+                                            const QString& name);
     static void callSaveUserTemplateToJsonFilePanel(zTableView* view);
     static void callModifyCurrColNamePanel(zTableView* view);
     static void callHeaderSettingsPanel(zTableView* view);

@@ -7,7 +7,8 @@ int zTitleModal::ShowModal(QDialog* dialog)
 {
     if (!dialog)
         return 1;
-    InteractionSeam::record({QStringLiteral("modal"), dialog->windowTitle(), dialog->objectName(), {}});
+    InteractionSeam::record(
+        {QStringLiteral("modal"), dialog->windowTitle(), dialog->objectName(), {}});
     if (InteractionSeam::isScripted()) {
         InteractionSeam::runModalHook(dialog);
         const int result = InteractionSeam::takeAnswer(int(QDialog::Rejected)).toInt();

@@ -18,9 +18,10 @@ private slots:
         config.fontFamily = "SimHei";
         config.fontPointSize = 11;
         config.rowHeight = 28;
-        config.columns = {HeaderColumn{1, "序号", 50, Qt::AlignCenter, true},
-                          HeaderColumn{5, "金额(元)", 120, Qt::AlignRight | Qt::AlignVCenter, false},
-                          HeaderColumn{7, "备注", 90, Qt::AlignLeft | Qt::AlignVCenter, true}};
+        config.columns = {
+            HeaderColumn{1, "序号", 50, Qt::AlignCenter, true},
+            HeaderColumn{5, "金额(元)", 120, Qt::AlignRight | Qt::AlignVCenter, false},
+            HeaderColumn{7, "备注", 90, Qt::AlignLeft | Qt::AlignVCenter, true}};
         QString error;
         const HeaderConfig back = HeaderConfig::fromJson(config.toJson(), &error);
         QVERIFY2(back.isValid(), qPrintable(error));
@@ -41,7 +42,8 @@ private slots:
     void defaultsForWhatIsLeftOut()
     {
         QString error;
-        const HeaderConfig c = HeaderConfig::fromJson(R"({"columns":[{"field":0,"title":"名称"}]})", &error);
+        const HeaderConfig c =
+            HeaderConfig::fromJson(R"({"columns":[{"field":0,"title":"名称"}]})", &error);
         QVERIFY(c.isValid());
         QCOMPARE(c.fontFamily, QString("SimSun"));
         QCOMPARE(c.fontPointSize, 9);
@@ -56,24 +58,32 @@ private slots:
     {
         QTest::addColumn<QByteArray>("json");
         QTest::addColumn<QString>("error");
-        QTest::newRow("not json") << QByteArray("{\"columns\": [") << QString("表头配置不是有效的JSON");
+        QTest::newRow("not json") << QByteArray("{\"columns\": [")
+                                  << QString("表头配置不是有效的JSON");
         QTest::newRow("array root") << QByteArray("[]") << QString("表头配置不是有效的JSON");
-        QTest::newRow("no columns") << QByteArray("{\"listName\":\"x\"}") << QString("表头配置没有任何列");
-        QTest::newRow("empty columns") << QByteArray("{\"columns\":[]}") << QString("表头配置没有任何列");
-        QTest::newRow("columns object") << QByteArray("{\"columns\":{\"field\":1}}")
-                                        << QString("表头配置没有任何列");
+        QTest::newRow("no columns")
+            << QByteArray("{\"listName\":\"x\"}") << QString("表头配置没有任何列");
+        QTest::newRow("empty columns")
+            << QByteArray("{\"columns\":[]}") << QString("表头配置没有任何列");
+        QTest::newRow("columns object")
+            << QByteArray("{\"columns\":{\"field\":1}}") << QString("表头配置没有任何列");
         QTest::newRow("no field") << QByteArray(R"({"columns":[{"title":"金额"}]})")
                                   << QString("表头配置的列“金额”缺少字段号");
-        QTest::newRow("field as text") << QByteArray(R"({"columns":[{"field":"3","title":"金额"}]})")
-                                       << QString("表头配置的列“金额”缺少字段号");
-        QTest::newRow("fractional field") << QByteArray(R"({"columns":[{"field":2.5,"title":"金额"}]})")
-                                          << QString("表头配置的列“金额”缺少字段号");
-        QTest::newRow("negative field") << QByteArray(R"({"columns":[{"field":-1,"title":"金额"}]})")
-                                        << QString("表头配置的列“金额”缺少字段号");
-        QTest::newRow("zero width") << QByteArray(R"({"columns":[{"field":3,"title":"金额","width":0}]})")
-                                    << QString("表头配置的列“金额”宽度无效");
-        QTest::newRow("bad align") << QByteArray(R"({"columns":[{"field":3,"title":"金额","align":"middle"}]})")
-                                   << QString("表头配置的列“金额”对齐方式“middle”无效");
+        QTest::newRow("field as text")
+            << QByteArray(R"({"columns":[{"field":"3","title":"金额"}]})")
+            << QString("表头配置的列“金额”缺少字段号");
+        QTest::newRow("fractional field")
+            << QByteArray(R"({"columns":[{"field":2.5,"title":"金额"}]})")
+            << QString("表头配置的列“金额”缺少字段号");
+        QTest::newRow("negative field")
+            << QByteArray(R"({"columns":[{"field":-1,"title":"金额"}]})")
+            << QString("表头配置的列“金额”缺少字段号");
+        QTest::newRow("zero width")
+            << QByteArray(R"({"columns":[{"field":3,"title":"金额","width":0}]})")
+            << QString("表头配置的列“金额”宽度无效");
+        QTest::newRow("bad align")
+            << QByteArray(R"({"columns":[{"field":3,"title":"金额","align":"middle"}]})")
+            << QString("表头配置的列“金额”对齐方式“middle”无效");
         QTest::newRow("row height") << QByteArray(R"({"rowHeight":0,"columns":[{"field":3}]})")
                                     << QString("表头配置的行高0无效");
         QTest::newRow("font size") << QByteArray(R"({"font":{"size":-4},"columns":[{"field":3}]})")
@@ -98,21 +108,22 @@ private slots:
         QTest::addColumn<QString>("list");
         QTest::addColumn<QList<int>>("fields");
         QTest::newRow("other items") << "其他项目清单" << QList<int>{1, 2, 3, 4, 5};
-        QTest::newRow("tenderer-purchased") << "招标人材料购置费清单"
-                                            << QList<int>{1, 2, 3, 4, 5, 6, 7, 9, 10, 12, 13, 15};
+        QTest::newRow("tenderer-purchased")
+            << "招标人材料购置费清单" << QList<int>{1, 2, 3, 4, 5, 6, 7, 9, 10, 12, 13, 15};
         QTest::newRow("daywork") << "零星工作项目人工单价清单" << QList<int>{1, 2, 3, 4, 5, 6, 7};
         QTest::newRow("fees") << "规费清单" << QList<int>{1, 2, 3, 4, 5, 6, 7};
         QTest::newRow("provisional") << "暂估材料(工程设备)清单"
                                      << QList<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12, 13, 14, 15};
-        QTest::newRow("evaluated") << "需评审的材料清单"
-                                   << QList<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12, 13, 14, 15};
+        QTest::newRow("evaluated")
+            << "需评审的材料清单" << QList<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12, 13, 14, 15};
     }
 
     void shippedConfigurations()
     {
         QFETCH(QString, list);
         QFETCH(QList<int>, fields);
-        QFile file(QStringLiteral(TEST_DATA_DIR "/../../appdir/Config/TableHeader/") + list + ".json");
+        QFile file(QStringLiteral(TEST_DATA_DIR "/../../appdir/Config/TableHeader/") + list +
+                   ".json");
         QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.fileName()));
         QString error;
         const HeaderConfig c = HeaderConfig::fromJson(file.readAll(), &error);

@@ -22,7 +22,8 @@ private slots:
         QCOMPARE(showInformation(nullptr, "操作提示", "删除成功!"), QMessageBox::Ok);
         showWarning(nullptr, "提示", "请先选择单位工程!");
         showCritical(nullptr, "错误", "文件已损坏");
-        showInformation(nullptr, "信息", "是否保存?", QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+        showInformation(nullptr, "信息", "是否保存?",
+                        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
 
         const QList<InteractionSeam::Shown> shown = InteractionSeam::shown();
         QCOMPARE(shown.size(), 4);
@@ -61,12 +62,14 @@ private slots:
     void fileAndInputDialogs()
     {
         InteractionSeam::pushAnswer(QString("/tmp/清单.xlsx"));
-        QCOMPARE(zFileDialog::getOpenFileName(nullptr, "导入Excel", QString(), "Excel (*.xls *.xlsx)"),
-                 QString("/tmp/清单.xlsx"));
+        QCOMPARE(
+            zFileDialog::getOpenFileName(nullptr, "导入Excel", QString(), "Excel (*.xls *.xlsx)"),
+            QString("/tmp/清单.xlsx"));
         // No answer: cancelled.
         QCOMPARE(zFileDialog::getSaveFileName(nullptr, "导出Excel"), QString());
         bool ok = true;
-        QCOMPARE(zFileDialog::getText(nullptr, "保存表头模板", "模板名称：", "默认", &ok), QString());
+        QCOMPARE(zFileDialog::getText(nullptr, "保存表头模板", "模板名称：", "默认", &ok),
+                 QString());
         QVERIFY(!ok);
         InteractionSeam::pushAnswer(QString());
         zFileDialog::getText(nullptr, "保存表头模板", "模板名称：", QString(), &ok);

@@ -15,10 +15,11 @@ private:
 
     void fill(zProTabWidget& tabs)
     {
-        QObject::connect(&tabs, &zProTabWidget::signalCreateTabWidget, &tabs, [this](TabPageInfo* info) {
-            ++m_created;
-            info->pWidget = new QLabel(info->strPageName);
-        });
+        QObject::connect(&tabs, &zProTabWidget::signalCreateTabWidget, &tabs,
+                         [this](TabPageInfo* info) {
+                             ++m_created;
+                             info->pWidget = new QLabel(info->strPageName);
+                         });
         tabs.AddTabWithoutCreateWidget("丙", "S3", false, true, {});
         tabs.AddTabWithoutCreateWidget("甲", "S1", false, true, {});
         tabs.AddTabWithoutCreateWidget("乙", "S2", true, true, {});
@@ -156,8 +157,9 @@ private slots:
     {
         zProTabWidget tabs(4);
         fill(tabs);
-        QObject::connect(&tabs, &zProTabWidget::signalTabMenuAboutToShow, &tabs,
-                         [&tabs] { tabs.SetTableHeaderTempList({"默认表头", "我的表头"}); });
+        QObject::connect(&tabs, &zProTabWidget::signalTabMenuAboutToShow, &tabs, [&tabs] {
+            tabs.SetTableHeaderTempList({"默认表头", "我的表头"});
+        });
         QSignalSpy chosen(&tabs, &zProTabWidget::sigHeaderTemplateChanged);
         std::unique_ptr<QMenu> menu(tabs.buildContextMenu());
         QMenu* templates = nullptr;

@@ -233,7 +233,8 @@ private slots:
         QStringList texts;
         for (const InteractionSeam::Shown& s : InteractionSeam::shown())
             texts << s.text;
-        QCOMPARE(texts, QStringList({"HeaderSettingsDialog", "请至少保留一列!", "列标题不能为空!"}));
+        QCOMPARE(texts,
+                 QStringList({"HeaderSettingsDialog", "请至少保留一列!", "列标题不能为空!"}));
         const HeaderConfig& c = view.headerConfig();
         QCOMPARE(c.columns.at(0).title, QString("编号"));
         QCOMPARE(c.columns.at(1).title, QString("项目名称"));
@@ -272,7 +273,8 @@ private slots:
                           view.verticalHeader()->sectionViewportPosition(row) + 5);
         };
         QTest::mousePress(rows, Qt::LeftButton, {}, centre(1));
-        QMouseEvent move(QEvent::MouseMove, centre(3), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, centre(3), Qt::LeftButton, Qt::LeftButton,
+                         Qt::NoModifier);
         QCoreApplication::sendEvent(rows, &move);
         QTest::mouseRelease(rows, Qt::LeftButton, {}, centre(3));
         QVERIFY(!moved.isEmpty());
@@ -292,7 +294,8 @@ private slots:
         QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
         TestProject::row(t, 0, {{2, "暂列金额"}, {3, 1.5}});
         BaseDataItemModel model;
-        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QAbstractItemModelTester tester(&model,
+                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
         model.setColumns({HeaderColumn{2, "名称"}, HeaderColumn{3, "金额"}});
         model.setTableSource(p.current, t);
         QCOMPARE(model.data(model.index(0, 1)).toString(), QString("1.5"));
