@@ -94,6 +94,11 @@ void BillSjWidget::ProcMsg(int msgId, QVariant* payload)
             else
                 onRibbonCommand(value);
             break;
+        case 5:
+            // A ribbon combo's choice reaches the page's command handler like a command.
+            if (!m_view->isEditing())
+                onRibbonCommand(value);
+            break;
         case 7002:
             zTableView::callSwitchTableHeaderConfig(m_view, 1, 1, value.toString());
             break;
