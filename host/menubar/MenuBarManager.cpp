@@ -25,9 +25,15 @@ RibbonConfig MenuBarManager::ReadMenuBarInfoFromFileEx(const QString& path, QStr
     const QJsonDocument doc = QJsonDocument::fromJson(file.readAll(), &parseError);
     if (parseError.error != QJsonParseError::NoError || !doc.isObject()) {
         if (error)
-            *error = QStringLiteral("菜单配置文件格式错误：%1（%2）").arg(path, parseError.errorString());
+            *error = QStringLiteral("菜单配置文件格式错误：%1（%2）")
+                         .arg(path, parseError.error != QJsonParseError::NoError
+                                        ? parseError.errorString()
+                                        : QStringLiteral("最外层应为对象"));
         return config;
     }
+    static const QStringList kTypes = {QStringLiteral("button"), QStringLiteral("dropdown"),
+                                       QStringLiteral("split"), QStringLiteral("combo")};
+    QStringList problems;
     const QJsonObject root = doc.object();
     config.page = root.value(QStringLiteral("page")).toString();
     for (const QJsonValue& g : root.value(QStringLiteral("groups")).toArray()) {
@@ -42,13 +48,22 @@ RibbonConfig MenuBarManager::ReadMenuBarInfoFromFileEx(const QString& path, QStr
             item.shortcut = o.value(QStringLiteral("shortcut")).toString();
             for (const QJsonValue& sub : o.value(QStringLiteral("items")).toArray())
                 item.items << sub.toString();
-            if (!item.text.isEmpty())
+            // A faulty item is left out and named; the rest of the ribbon still shows.
+            if (item.text.isEmpty())
+                problems << QStringLiteral("分组“%1”中有未命名的菜单项").arg(group.title);
+            else if (!kTypes.contains(item.type))
+                problems << QStringLiteral("菜单项“%1”的类型“%2”无效").arg(item.text, item.type);
+            else
                 group.items << item;
         }
         config.groups << group;
     }
-    if (!config.isValid() && error)
-        *error = QStringLiteral("菜单配置文件没有任何分组：%1").arg(path);
+    if (!config.isValid())
+        problems.prepend(QStringLiteral("菜单配置文件没有任何分组：%1").arg(path));
+    else if (!problems.isEmpty())
+        problems.prepend(QStringLiteral("菜单配置文件有误：%1").arg(path));
+    if (error)
+        *error = problems.join(QLatin1Char('\n'));
     return config;
 }
 
@@ -56,7 +71,12 @@ void MenuBarManager::SetRibbonActionMenu(int page, const QString& title, QMenu* 
 {
     Q_UNUSED(page)
     m_menus.insert(title, menu);
-    emit menusChanged();
+    emit ribbonActionMenuChanged(title);
+}
+
+void MenuBarManager::ForgetRibbonActionMenus()
+{
+    m_menus.clear();
 }
 
 QMenu* MenuBarManager::ribbonActionMenu(const QString& title) const
@@ -94,4 +114,5 @@ void MenuBarManager::reset()
 {
     m_states.clear();
     m_comboTexts.clear();
+    m_comboItems.clear();
 }

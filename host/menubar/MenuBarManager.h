@@ -13,7 +13,7 @@ class QMenu;
 struct RibbonItem
 {
     QString text;
-    QString type; // "button", "dropdown", "combo"
+    QString type; // "button", "dropdown", "split" (a button with a menu beside it), "combo"
     QString icon;
     QString shortcut;
     QStringList items;
@@ -33,8 +33,8 @@ struct RibbonConfig
     bool isValid() const { return !groups.isEmpty(); }
 };
 
-// The host's ribbon state: which configuration is shown, item states (from message 47),
-// drop-down menus installed by pages, disabled items.
+// The host's ribbon state: item states (from message 47), combo texts and choices, drop-down
+// menus installed by pages, disabled items. Everything is keyed by the item's text.
 class MenuBarManager : public QObject
 {
     Q_OBJECT
@@ -45,8 +45,12 @@ public:
     // and the reason in error.
     static RibbonConfig ReadMenuBarInfoFromFileEx(const QString& path, QString* error = nullptr);
 
+    // A page installs its own menu on a drop-down item of the ribbon it is about to show (or
+    // shows); the menu stays the page's. The next ribbon takes it and then forgets it, so a
+    // menu never turns up on another page's item of the same text.
     void SetRibbonActionMenu(int page, const QString& title, QMenu* menu);
     QMenu* ribbonActionMenu(const QString& title) const;
+    void ForgetRibbonActionMenus();
     void ChangeMenuToDisable(const QStringList& texts);
     // State of an item by its text: 0/1 enabled, 2 checked, 3 disabled.
     void SetItemState(const QString& text, int state);
@@ -58,11 +62,12 @@ public:
     void SetComboItems(const QString& item, const QStringList& choices);
     QStringList comboItems(const QString& item) const { return m_comboItems.value(item); }
     bool hasComboItems(const QString& item) const { return m_comboItems.contains(item); }
+    // Forgets states, combo texts and choices: a new page's ribbon starts from its file.
     void reset();
 
 signals:
     void itemStateChanged(const QString& text);
-    void menusChanged();
+    void ribbonActionMenuChanged(const QString& title);
 
 private:
     MenuBarManager() = default;
