@@ -17,6 +17,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDebug>
 #include <QDir>
 #include <QFileInfo>
 #include <QGridLayout>
@@ -79,17 +80,22 @@ MainWindow::MainWindow(QWidget* parent)
     statusBar()->addWidget(m_fileLabel, 1);
     statusBar()->addPermanentWidget(m_pageLabel);
 
-    connect(m_ribbon, &RibbonWidget::commandTriggered, this, [this](const QString& text) { m_host->send(6, text); });
-    connect(m_ribbon, &RibbonWidget::comboChanged, this, [this](const QString& item, const QString& text) {
-        m_host->send(6, QVariant::fromValue(MsgExplain::MenuComboInfo{item, text}));
-    });
+    connect(m_ribbon, &RibbonWidget::commandTriggered, this,
+            [this](const QString& text) { m_host->send(6, text); });
+    connect(m_ribbon, &RibbonWidget::comboChanged, this,
+            [this](const QString& item, const QString& text) {
+                m_host->send(5, QVariant::fromValue(MsgExplain::MenuComboInfo{item, text}));
+            });
     connect(m_host, &ModuleHost::ribbonRequested, this, &MainWindow::onRibbonRequested);
     // A page shown for the first time learns the selected node like any other.
     connect(m_host, &ModuleHost::pageChanged, this, [this] {
         if (m_currentNode)
             m_host->send(79, QVariant::fromValue(m_currentNode));
     });
-    connect(RURecordControl::GetInstance(), &RURecordControl::signalRecordPushed, this, [this] { updateTitle(); });
+    connect(RURecordControl::GetInstance(), &RURecordControl::signalRecordPushed, this,
+            [this] { updateTitle(); });
+    connect(RURecordControl::GetInstance(), &RURecordControl::signalReplayed, this,
+            [this](const OperatingUIInfo& info) { m_replayed = info; });
     buildMenus();
     updateTitle();
 }
@@ -108,11 +114,13 @@ QString MainWindow::samplePath()
 void MainWindow::buildMenus()
 {
     QMenu* file = menuBar()->addMenu(QStringLiteral("文件(&F)"));
-    connect(file->addAction(QStringLiteral("新建(从示例)(&N)")), &QAction::triggered, this, [this] { newFromSample(); });
+    connect(file->addAction(QStringLiteral("新建(从示例)(&N)")), &QAction::triggered, this,
+            [this] { newFromSample(); });
     QAction* open = file->addAction(QStringLiteral("打开(&O)..."));
     open->setShortcut(QKeySequence::Open);
     connect(open, &QAction::triggered, this, [this] {
-        const QString path = zFileDialog::getOpenFileName(this, QStringLiteral("打开工程"), QString(), kFilter);
+        const QString path =
+            zFileDialog::getOpenFileName(this, QStringLiteral("打开工程"), QString(), kFilter);
         if (!path.isEmpty())
             openProject(path);
     });
@@ -120,14 +128,17 @@ void MainWindow::buildMenus()
     saveAction->setShortcut(QKeySequence::Save);
     connect(saveAction, &QAction::triggered, this, [this] { save(); });
     connect(file->addAction(QStringLiteral("另存为(&A)...")), &QAction::triggered, this, [this] {
-        const QString path = zFileDialog::getSaveFileName(this, QStringLiteral("另存为"), QString(), kFilter);
+        const QString path =
+            zFileDialog::getSaveFileName(this, QStringLiteral("另存为"), QString(), kFilter);
         if (!path.isEmpty())
-            saveAs(path.endsWith(QStringLiteral(".tarvo")) ? path : path + QStringLiteral(".tarvo"));
+            saveAs(path.endsWith(QStringLiteral(".tarvo")) ? path
+                                                           : path + QStringLiteral(".tarvo"));
     });
     m_recentMenu = file->addMenu(QStringLiteral("最近打开(&R)"));
     rebuildRecentMenu();
     file->addSeparator();
-    connect(file->addAction(QStringLiteral("退出(&X)")), &QAction::triggered, this, &QWidget::close);
+    connect(file->addAction(QStringLiteral("退出(&X)")), &QAction::triggered, this,
+            &QWidget::close);
 
     QMenu* edit = menuBar()->addMenu(QStringLiteral("编辑(&E)"));
     QUndoStack* stack = RURecordControl::GetInstance()->undoStack();
@@ -158,10 +169,9 @@ void MainWindow::afterReplay()
 {
     if (ProjectWorks* p = project())
         p->setProjectWorkChanged(true);
+    // Pages redraw from their tables first, then learn which record was replayed.
     m_host->broadcastRefresh();
-    const QUndoStack* stack = RURecordControl::GetInstance()->undoStack();
-    Q_UNUSED(stack)
-    m_host->send(606, QVariant());
+    m_host->send(606, QVariant::fromValue(m_replayed));
     updateTitle();
 }
 
@@ -175,7 +185,9 @@ bool MainWindow::loadModule(const QString& libraryPath)
     QString error;
     if (m_host->load(libraryPath, &error))
         return true;
-    showCritical(this, QStringLiteral("加载模块"), error + QStringLiteral("\n工作台将在没有招投标清单页面的情况下打开。"));
+    showInformation(this, QStringLiteral("加载模块"),
+                    error + QStringLiteral("\n工作台将在没有招投标清单页面的情况下打开。"),
+                    QMessageBox::Ok, QMessageBox::Warning);
     return false;
 }
 
@@ -184,9 +196,9 @@ bool MainWindow::maybeSave()
     ProjectWorks* p = project();
     if (!p || !p->isProjectWorkChanged())
         return true;
-    const auto answer = showInformation(this, QStringLiteral("提示"), QStringLiteral("工程已修改，是否保存？"),
-                                        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel,
-                                        QMessageBox::Question);
+    const auto answer = showInformation(
+        this, QStringLiteral("提示"), QStringLiteral("工程已修改，是否保存？"),
+        QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel, QMessageBox::Question);
     if (answer == QMessageBox::Cancel)
         return false;
     return answer == QMessageBox::No || save();
@@ -266,8 +278,11 @@ bool MainWindow::save()
     if (!p)
         return false;
     if (p->filePath().isEmpty()) {
-        const QString path = zFileDialog::getSaveFileName(this, QStringLiteral("保存工程"), QString(), kFilter);
-        return !path.isEmpty() && saveAs(path.endsWith(QStringLiteral(".tarvo")) ? path : path + QStringLiteral(".tarvo"));
+        const QString path =
+            zFileDialog::getSaveFileName(this, QStringLiteral("保存工程"), QString(), kFilter);
+        return !path.isEmpty() &&
+               saveAs(path.endsWith(QStringLiteral(".tarvo")) ? path
+                                                              : path + QStringLiteral(".tarvo"));
     }
     return saveAs(p->filePath());
 }
@@ -297,10 +312,12 @@ void MainWindow::updateTitle()
         m_fileLabel->setText(QStringLiteral("未打开工程"));
         return;
     }
-    const QString file = p->filePath().isEmpty() ? QStringLiteral("未命名") : QFileInfo(p->filePath()).fileName();
+    const QString file =
+        p->filePath().isEmpty() ? QStringLiteral("未命名") : QFileInfo(p->filePath()).fileName();
     const QString mark = p->isProjectWorkChanged() ? QStringLiteral(" *") : QString();
     setWindowTitle(QStringLiteral("%1 - %2%3").arg(p->name(), kTitle, mark));
-    m_fileLabel->setText(QStringLiteral("工程文件：%1%2").arg(p->filePath().isEmpty() ? file : p->filePath(), mark));
+    m_fileLabel->setText(
+        QStringLiteral("工程文件：%1%2").arg(p->filePath().isEmpty() ? file : p->filePath(), mark));
 }
 
 void MainWindow::addRecent(const QString& path)
@@ -320,23 +337,34 @@ void MainWindow::rebuildRecentMenu()
     if (!m_recentMenu)
         return;
     m_recentMenu->clear();
-    const QStringList recent =
-        QSettings(QStringLiteral("Tarvo"), QStringLiteral("workbench")).value(QStringLiteral("recent")).toStringList();
+    const QStringList recent = QSettings(QStringLiteral("Tarvo"), QStringLiteral("workbench"))
+                                   .value(QStringLiteral("recent"))
+                                   .toStringList();
     for (const QString& path : recent)
-        connect(m_recentMenu->addAction(path), &QAction::triggered, this, [this, path] { openProject(path); });
+        connect(m_recentMenu->addAction(path), &QAction::triggered, this,
+                [this, path] { openProject(path); });
     m_recentMenu->setEnabled(!recent.isEmpty());
 }
 
 void MainWindow::onRibbonRequested(const QString& menuFile)
 {
     QString error;
-    const RibbonConfig config =
-        MenuBarManager::ReadMenuBarInfoFromFileEx(StaticFileHelper::AquireMenuConfig(menuFile), &error);
+    const RibbonConfig config = MenuBarManager::ReadMenuBarInfoFromFileEx(
+        StaticFileHelper::AquireMenuConfig(menuFile), &error);
+    // The page sends its item states after asking for its ribbon: start from the file.
+    MenuBarManager::getInstance()->reset();
     m_ribbon->showConfig(config);
-    m_pageLabel->setText(config.page.isEmpty() ? QString() : QStringLiteral("当前页面：%1").arg(config.page));
+    // A read-only project cannot be exported, whichever page shows the entries.
     if (ProjectWorks* p = project(); p && p->IsReadOnly())
-        MenuBarManager::getInstance()->ChangeMenuToDisable(
-            {QStringLiteral("导出招投标CJZ"), QStringLiteral("导出竣工CJZ"), QStringLiteral("导出备案CJZX")});
+        MenuBarManager::getInstance()->ChangeMenuToDisable({QStringLiteral("导出招投标CJZ"),
+                                                            QStringLiteral("导出竣工CJZ"),
+                                                            QStringLiteral("导出备案CJZX")});
+    if (!error.isEmpty()) {
+        qWarning().noquote() << error;
+        statusBar()->showMessage(error, 10000);
+    }
+    m_pageLabel->setText(config.page.isEmpty() ? QString()
+                                               : QStringLiteral("当前页面：%1").arg(config.page));
 }
 
 QStringList MainWindow::takeScreenshots(const QString& dir, ProTreeNode* node)
@@ -345,14 +373,18 @@ QStringList MainWindow::takeScreenshots(const QString& dir, ProTreeNode* node)
     if (node)
         selectNode(node);
     QStringList files;
-    const QStringList pages = {QStringLiteral("其他项目清单"), QStringLiteral("招标人材料购置费清单"),
-                               QStringLiteral("零星工作项目人工单价清单"), QStringLiteral("规费税金清单"),
-                               QStringLiteral("需评审的材料清单"), QStringLiteral("暂估材料(工程设备)清单")};
+    const QStringList pages = {QStringLiteral("其他项目清单"),
+                               QStringLiteral("招标人材料购置费清单"),
+                               QStringLiteral("零星工作项目人工单价清单"),
+                               QStringLiteral("规费税金清单"),
+                               QStringLiteral("需评审的材料清单"),
+                               QStringLiteral("暂估材料(工程设备)清单")};
     for (int i = 0; i < pages.size(); ++i) {
         m_host->send(49, QVariant::fromValue(MsgExplain::ToChangeActivePageInfo{pages.at(i)}));
         for (int n = 0; n < 5; ++n)
             QApplication::processEvents();
-        const QString file = QDir(dir).filePath(QStringLiteral("%1-%2.png").arg(i + 1).arg(pages.at(i)));
+        const QString file =
+            QDir(dir).filePath(QStringLiteral("%1-%2.png").arg(i + 1).arg(pages.at(i)));
         if (grab().save(file))
             files << file;
     }

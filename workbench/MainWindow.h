@@ -1,5 +1,7 @@
 #pragma once
 
+#include "OperatingUIInfo.h"
+
 #include <QMainWindow>
 
 class ModuleHost;
@@ -62,4 +64,6 @@ private:
     QMenu* m_recentMenu = nullptr;
     int m_projectIndex = -1;
     ProTreeNode* m_currentNode = nullptr;
+    // The record the last undo or redo replayed, the payload of message 606.
+    OperatingUIInfo m_replayed;
 };

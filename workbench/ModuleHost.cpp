@@ -27,7 +27,8 @@ const char* const kPages[][2] = {
 ModuleHost::ModuleHost(QObject* parent) : QObject(parent)
 {
     MsgExplain::registerMetaTypes();
-    connect(Communication::GetInstance(), &Communication::signalMsg, this, &ModuleHost::onModuleMessage);
+    connect(Communication::GetInstance(), &Communication::signalMsg, this,
+            &ModuleHost::onModuleMessage);
 }
 
 ModuleHost::~ModuleHost()
@@ -53,7 +54,8 @@ bool ModuleHost::load(const QString& libraryPath, QString* error)
     auto activator = osgi::BundleActivatorFactory::GetActivator("TarvoActivator");
     if (!activator) {
         if (error)
-            *error = loadError.isEmpty() ? QStringLiteral("模块未注册激活器：%1").arg(libraryPath) : loadError;
+            *error = loadError.isEmpty() ? QStringLiteral("模块未注册激活器：%1").arg(libraryPath)
+                                         : loadError;
         return false;
     }
     activator->Start(ServiceName.toStdString());
@@ -104,6 +106,7 @@ void ModuleHost::send(int msgId, const QVariant& payload)
         Communication::GetInstance()->SaveActiveFirstLevelWidget(m_container);
     QVariant copy = payload;
     m_service->ProcessMsg(msgId, &copy);
+    emit sent(msgId, payload);
 }
 
 void ModuleHost::broadcastRefresh()

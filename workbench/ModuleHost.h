@@ -37,6 +37,8 @@ public:
     void broadcastRefresh();
 
 signals:
+    // A host message went to the module (after the module handled it).
+    void sent(int msgId, const QVariant& payload);
     void ribbonRequested(const QString& menuFile);
     void pageChanged();
 

@@ -35,7 +35,8 @@ QModelIndex ProjectTreeModel::index(int row, int column, const QModelIndex& pare
     if (!parent.isValid())
         return row == 0 ? createIndex(0, 0, m_project->root()) : QModelIndex();
     const ProTreeNode* node = nodeAt(parent);
-    return row < node->children().size() ? createIndex(row, 0, node->children().at(row)) : QModelIndex();
+    return row < node->children().size() ? createIndex(row, 0, node->children().at(row))
+                                         : QModelIndex();
 }
 
 QModelIndex ProjectTreeModel::parent(const QModelIndex& child) const
@@ -74,9 +75,12 @@ QVariant ProjectTreeModel::data(const QModelIndex& index, int role) const
         QStyle* style = QApplication::style();
         if (!node->parent())
             return style->standardIcon(QStyle::SP_DirHomeIcon);
-        return style->standardIcon(node->isUnitProject() ? QStyle::SP_FileIcon : QStyle::SP_DirIcon);
+        return style->standardIcon(node->isUnitProject() ? QStyle::SP_FileIcon
+                                                         : QStyle::SP_DirIcon);
     }
     if (role == Qt::ToolTipRole)
-        return node->isUnitProject() ? QStringLiteral("单位工程") : (node->parent() ? QStringLiteral("单项工程") : QStringLiteral("建设项目"));
+        return node->isUnitProject()
+                   ? QStringLiteral("单位工程")
+                   : (node->parent() ? QStringLiteral("单项工程") : QStringLiteral("建设项目"));
     return QVariant();
 }

@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QHBoxLayout>
+#include <QKeySequence>
 #include <QLabel>
 #include <QMenu>
 #include <QStyle>
@@ -43,6 +44,12 @@ QStringList itemsOf(const QComboBox* combo)
     return items;
 }
 
+// "&" in a command text ("刷新数量&价格") is text, not a mnemonic.
+QString shownText(const QString& text)
+{
+    return QString(text).replace(QLatin1Char('&'), QStringLiteral("&&"));
+}
+
 } // namespace
 
 RibbonWidget::RibbonWidget(QWidget* parent) : QWidget(parent), m_layout(new QHBoxLayout(this))
@@ -58,12 +65,25 @@ RibbonWidget::RibbonWidget(QWidget* parent) : QWidget(parent), m_layout(new QHBo
     m_layout->setContentsMargins(6, 3, 6, 3);
     m_layout->setSpacing(4);
     m_layout->addStretch();
-    connect(MenuBarManager::getInstance(), &MenuBarManager::itemStateChanged, this, &RibbonWidget::updateState);
+    MenuBarManager* manager = MenuBarManager::getInstance();
+    connect(manager, &MenuBarManager::itemStateChanged, this, &RibbonWidget::updateState);
+    connect(manager, &MenuBarManager::ribbonActionMenuChanged, this, &RibbonWidget::installMenu);
     setMinimumHeight(84);
+}
+
+QMenu* RibbonWidget::configuredMenu(const RibbonItem& item, QWidget* parent)
+{
+    auto* menu = new QMenu(parent);
+    for (const QString& sub : item.items) {
+        connect(menu->addAction(shownText(sub)), &QAction::triggered, this,
+                [this, sub] { emit commandTriggered(sub); });
+    }
+    return menu;
 }
 
 QWidget* RibbonWidget::makeItem(const RibbonItem& item, QWidget* parent)
 {
+    const QString text = item.text;
     if (item.type == QLatin1String("combo")) {
         auto* box = new QWidget(parent);
         auto* layout = new QVBoxLayout(box);
@@ -73,37 +93,43 @@ QWidget* RibbonWidget::makeItem(const RibbonItem& item, QWidget* parent)
         combo->setMinimumWidth(220);
         combo->addItems(item.items);
         combo->setCurrentIndex(-1);
-        const QString text = item.text;
-        connect(combo, &QComboBox::textActivated, this, [this, text](const QString& value) {
-            emit comboChanged(text, value);
-        });
+        connect(combo, &QComboBox::textActivated, this,
+                [this, text](const QString& value) { emit comboChanged(text, value); });
         layout->addWidget(combo);
         layout->addStretch();
         return box;
     }
     auto* button = new QToolButton(parent);
-    // "&" in a command text ("刷新数量&价格") is text, not a mnemonic.
-    button->setText(QString(item.text).replace(QLatin1Char('&'), QStringLiteral("&&")));
+    button->setText(shownText(item.text));
     button->setIcon(iconFor(item.icon, style()));
     button->setIconSize(QSize(24, 24));
     button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     button->setAutoRaise(true);
     button->setMinimumWidth(64);
-    if (item.type == QLatin1String("dropdown")) {
-        // A page may install its own menu for the item; otherwise the configured items.
-        QMenu* menu = MenuBarManager::getInstance()->ribbonActionMenu(item.text);
-        if (!menu) {
-            menu = new QMenu(button);
-            for (const QString& sub : item.items)
-                connect(menu->addAction(QString(sub).replace(QLatin1Char('&'), QStringLiteral("&&"))), &QAction::triggered, this, [this, sub] { emit commandTriggered(sub); });
-        }
-        button->setMenu(menu);
-        button->setPopupMode(QToolButton::InstantPopup);
-    } else {
-        const QString text = item.text;
-        connect(button, &QToolButton::clicked, this, [this, text] { emit commandTriggered(text); });
+    if (!item.shortcut.isEmpty()) {
+        button->setShortcut(QKeySequence(item.shortcut));
+        button->setToolTip(QStringLiteral("%1 (%2)").arg(item.text, item.shortcut));
     }
+    const bool hasMenu =
+        item.type == QLatin1String("dropdown") || item.type == QLatin1String("split");
+    if (hasMenu) {
+        // A page may install its own menu for the item; otherwise the configured entries.
+        QMenu* menu = MenuBarManager::getInstance()->ribbonActionMenu(item.text);
+        button->setMenu(menu ? menu : configuredMenu(item, button));
+        button->setPopupMode(item.type == QLatin1String("split") ? QToolButton::MenuButtonPopup
+                                                                 : QToolButton::InstantPopup);
+    }
+    if (!hasMenu || item.type == QLatin1String("split"))
+        connect(button, &QToolButton::clicked, this, [this, text] { emit commandTriggered(text); });
     return button;
+}
+
+void RibbonWidget::installMenu(const QString& title)
+{
+    auto* button = qobject_cast<QToolButton*>(m_widgets.value(title).data());
+    QMenu* menu = MenuBarManager::getInstance()->ribbonActionMenu(title);
+    if (button && button->menu() && menu)
+        button->setMenu(menu);
 }
 
 void RibbonWidget::showConfig(const RibbonConfig& config)
@@ -139,6 +165,7 @@ void RibbonWidget::showConfig(const RibbonConfig& config)
         m_layout->addWidget(line);
     }
     m_layout->addStretch();
+    MenuBarManager::getInstance()->ForgetRibbonActionMenus();
 }
 
 void RibbonWidget::updateState(const QString& text)
@@ -149,7 +176,8 @@ void RibbonWidget::updateState(const QString& text)
     MenuBarManager* manager = MenuBarManager::getInstance();
     widget->setEnabled(manager->isEnabled(text));
     if (auto* combo = widget->findChild<QComboBox*>()) {
-        if (manager->hasComboItems(text) && manager->comboItems(text) != QStringList(itemsOf(combo))) {
+        if (manager->hasComboItems(text) &&
+            manager->comboItems(text) != QStringList(itemsOf(combo))) {
             const QSignalBlocker blocker(combo);
             combo->clear();
             combo->addItems(manager->comboItems(text));

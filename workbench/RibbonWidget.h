@@ -7,16 +7,18 @@
 #include <QWidget>
 
 class QHBoxLayout;
-class QLabel;
+class QMenu;
+class QToolButton;
 
 // The ribbon strip: the groups of the current page's menu configuration as tool buttons,
-// drop-downs and combos. Commands come out as signals with the item's text.
+// drop-downs, split buttons and combos. Commands come out as signals with the item's text.
 class RibbonWidget : public QWidget
 {
     Q_OBJECT
 public:
     explicit RibbonWidget(QWidget* parent = nullptr);
 
+    // Replaces the strip; menus the page installed for it are taken and then forgotten.
     void showConfig(const RibbonConfig& config);
     const RibbonConfig& config() const { return m_config; }
     QWidget* itemWidget(const QString& text) const { return m_widgets.value(text); }
@@ -27,7 +29,9 @@ signals:
 
 private:
     void updateState(const QString& text);
+    void installMenu(const QString& title);
     QWidget* makeItem(const RibbonItem& item, QWidget* parent);
+    QMenu* configuredMenu(const RibbonItem& item, QWidget* parent);
 
     RibbonConfig m_config;
     QHBoxLayout* m_layout;

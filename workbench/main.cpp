@@ -22,10 +22,12 @@ int main(int argc, char** argv)
 
     QCommandLineParser parser;
     parser.addHelpOption();
-    QCommandLineOption shots(QStringLiteral("screenshots"), QStringLiteral("保存六个页面的截图后退出"),
-                             QStringLiteral("dir"));
-    QCommandLineOption module(QStringLiteral("module"), QStringLiteral("模块库路径"), QStringLiteral("path"));
-    QCommandLineOption unit(QStringLiteral("unit"), QStringLiteral("截图用的单位工程序号（从1起）"), QStringLiteral("n"));
+    QCommandLineOption shots(QStringLiteral("screenshots"),
+                             QStringLiteral("保存六个页面的截图后退出"), QStringLiteral("dir"));
+    QCommandLineOption module(QStringLiteral("module"), QStringLiteral("模块库路径"),
+                              QStringLiteral("path"));
+    QCommandLineOption unit(QStringLiteral("unit"), QStringLiteral("截图用的单位工程序号（从1起）"),
+                            QStringLiteral("n"));
     parser.addOption(shots);
     parser.addOption(unit);
     parser.addOption(module);
@@ -36,7 +38,8 @@ int main(int argc, char** argv)
     zBatMessage::Instance()->installIntoApplication();
 
     MainWindow window;
-    window.loadModule(parser.isSet(module) ? parser.value(module) : ModuleHost::defaultLibraryPath());
+    window.loadModule(parser.isSet(module) ? parser.value(module)
+                                           : ModuleHost::defaultLibraryPath());
     const QString project = parser.positionalArguments().value(0, MainWindow::samplePath());
     window.openProject(project);
     window.show();

@@ -3,20 +3,29 @@
 #include "ProjectTreeModel.h"
 #include "RibbonWidget.h"
 
+#include "ConstructionWorks.h"
 #include "DataManagement.h"
 #include "InteractionSeam.h"
 #include "MsgExplain.h"
+#include "OperatingUIInfo.h"
 #include "ProjectFile.h"
 #include "ProjectWorks.h"
+#include "QtXmQdHzTable.h"
 #include "RURecordControl.h"
+#include "TenderInventory.h"
 #include "zProTabWidget.h"
 
 #include <QAbstractItemModelTester>
 #include <QAction>
 #include <QComboBox>
+#include <QLabel>
+#include <QMenu>
 #include <QMessageBox>
+#include <QSignalSpy>
+#include <QStatusBar>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QToolButton>
 #include <QTreeView>
 #include <QUndoStack>
 #include <QtTest>
@@ -47,17 +56,24 @@ private slots:
     {
         MainWindow window;
         QVERIFY(!window.loadModule(m_dir.filePath("libnothing.so")));
-        QCOMPARE(InteractionSeam::lastShown().kind, QString("critical"));
+        QCOMPARE(InteractionSeam::shown().size(), 1);
+        QCOMPARE(InteractionSeam::lastShown().kind, QString("warning"));
+        QCOMPARE(InteractionSeam::lastShown().title, QString("加载模块"));
         QVERIFY(InteractionSeam::lastShown().text.contains("libnothing.so"));
         QVERIFY(window.openProject(MainWindow::samplePath()));
         QVERIFY(window.project());
         QVERIFY(!window.moduleHost()->container());
+        // The tree still works; clicks simply reach no module.
+        QCOMPARE(window.tree()->model()->rowCount(), 1);
+        window.selectNode(window.project()->unitProjectNodes().first());
+        QVERIFY(!window.ribbon()->config().isValid());
     }
 
     void sampleOpensWithSixPagesAndEditsUndoAndSave()
     {
         MainWindow window;
-        QAbstractItemModelTester tester(window.tree()->model(), QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QAbstractItemModelTester tester(window.tree()->model(),
+                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
         QVERIFY(window.loadModule(ModuleHost::defaultLibraryPath()));
         QVERIFY(window.openProject(MainWindow::samplePath()));
         window.show();
@@ -95,25 +111,151 @@ private slots:
         QCOMPARE(currentGrid(window)->model()->index(0, 3).data().toString(), QString("123456.00"));
     }
 
+    void hostMessagesReachThePages()
+    {
+        MainWindow window;
+        QVERIFY(window.loadModule(ModuleHost::defaultLibraryPath()));
+        QVERIFY(window.openProject(MainWindow::samplePath()));
+        window.show();
+        QSignalSpy sent(window.moduleHost(), &ModuleHost::sent);
+
+        // A click on another unit project loads its rows into the current page.
+        const QList<ProTreeNode*> units = window.project()->unitProjectNodes();
+        QVERIFY(units.size() >= 2);
+        ProTreeNode* second = units.at(1);
+        auto* model = static_cast<ProjectTreeModel*>(window.tree()->model());
+        window.tree()->clicked(model->indexOf(second));
+        QCOMPARE(sent.first().at(0).toInt(), 74);
+        QCOMPARE(sent.first().at(1).value<ProTreeNode*>(), second);
+        QtXmQdHzTable* table =
+            DataManagement::getInstance()
+                ->GetProObjectForDisplay(ProTreeNode::ProjectIndex(second),
+                                         ProTreeNode::AuditVersion(second), ProTreeNode::Id(second))
+                ->getTenderInventory()
+                ->getQtXmQdHzTable();
+        QTableView* grid = currentGrid(window);
+        QCOMPARE(grid->model()->rowCount(), table->count());
+
+        // A ribbon button is message 6 with its text; the row lands in that unit project.
+        sent.clear();
+        auto* insert = qobject_cast<QToolButton*>(window.ribbon()->itemWidget("插入行"));
+        QVERIFY(insert);
+        grid->setCurrentIndex(grid->model()->index(0, 1));
+        const int rows = table->count();
+        insert->click();
+        QCOMPARE(sent.first().at(0).toInt(), 6);
+        QCOMPARE(sent.first().at(1).toString(), QString("插入行"));
+        QCOMPARE(table->count(), rows + 1);
+        QVERIFY(window.windowTitle().endsWith(" *"));
+
+        // Undo from the Edit menu: the pages refresh (41, the container), then learn which
+        // record was replayed (606).
+        const QString label = RURecordControl::GetInstance()->undoStack()->undoText();
+        sent.clear();
+        window.findChild<QAction*>("undoAction")->trigger();
+        QCOMPARE(table->count(), rows);
+        QCOMPARE(grid->model()->rowCount(), rows);
+        QCOMPARE(sent.size(), 2);
+        QCOMPARE(sent.at(0).at(0).toInt(), 41);
+        QCOMPARE(sent.at(0).at(1).value<QObject*>(), window.moduleHost()->container());
+        QCOMPARE(sent.at(1).at(0).toInt(), 606);
+        QCOMPARE(sent.at(1).at(1).value<OperatingUIInfo>().text, label);
+        QCOMPARE(window.findChild<QAction*>("redoAction")->text(), QString("重做 %1").arg(label));
+
+        // Saving tells the pages where the project went.
+        const QString file = m_dir.filePath("messages.tarvo");
+        sent.clear();
+        QVERIFY(window.saveAs(file));
+        QCOMPARE(sent.last().at(0).toInt(), 31);
+        QCOMPARE(sent.last().at(1).toString(), file);
+        QVERIFY(!window.windowTitle().endsWith(" *"));
+    }
+
+    void ribbonFollowsTheCurrentPage()
+    {
+        MainWindow window;
+        QVERIFY(window.loadModule(ModuleHost::defaultLibraryPath()));
+        QVERIFY(window.openProject(MainWindow::samplePath()));
+        window.show();
+        auto showPage = [&](const char* page) {
+            window.moduleHost()->send(
+                49, QVariant::fromValue(MsgExplain::ToChangeActivePageInfo{QString(page)}));
+            QCOMPARE(window.ribbon()->config().page, QString(page));
+        };
+
+        // The total row of the other items list cannot take insert or delete (message 47).
+        QTableView* grid = currentGrid(window);
+        QWidget* insert = window.ribbon()->itemWidget("插入行");
+        grid->setCurrentIndex(grid->model()->index(grid->model()->rowCount() - 1, 1));
+        QVERIFY(!insert->isEnabled());
+        QVERIFY(!window.ribbon()->itemWidget("招投标-删除行")->isEnabled());
+        grid->setCurrentIndex(grid->model()->index(1, 1));
+        QVERIFY(insert->isEnabled());
+
+        // The materials page puts its own menus on its drop-downs; they stay its own.
+        showPage("招标人材料购置费清单");
+        auto* del = qobject_cast<QToolButton*>(window.ribbon()->itemWidget("招投标-删除行"));
+        QVERIFY(del && del->menu());
+        QCOMPARE(del->menu()->actions().first()->text(), QString("删除当前行/块"));
+        QMenu* pageMenu = del->menu();
+        QVERIFY(window.ribbon()->itemWidget("插入行")->isEnabled());
+        showPage("暂估材料(工程设备)清单");
+        del = qobject_cast<QToolButton*>(window.ribbon()->itemWidget("招投标-删除行"));
+        QVERIFY(del->menu() != pageMenu);
+        QCOMPARE(del->menu()->actions().size(), 2);
+        showPage("其他项目清单");
+        QVERIFY(!qobject_cast<QToolButton*>(window.ribbon()->itemWidget("招投标-删除行"))->menu());
+        QVERIFY(window.statusBar()->findChildren<QLabel*>().size() >= 2);
+    }
+
+    void headerTemplateCommandsComeBackToThePage()
+    {
+        MainWindow window;
+        QVERIFY(window.loadModule(ModuleHost::defaultLibraryPath()));
+        QVERIFY(window.openProject(MainWindow::samplePath()));
+        window.show();
+        auto* tabs = window.moduleHost()->container()->findChild<zProTabWidget*>();
+        QSignalSpy sent(window.moduleHost(), &ModuleHost::sent);
+        // 7006 goes out, comes back, the page answers 7000, which comes back to the tab strip.
+        emit tabs->signalTabMenuAboutToShow();
+        QList<int> ids;
+        for (const QList<QVariant>& message : sent)
+            ids << message.at(0).toInt();
+        QCOMPARE(ids, QList<int>({7000, 7006}));
+        QCOMPARE(tabs->tableHeaderTempList().value(0), QString("默认表头"));
+        sent.clear();
+        emit tabs->sigHeaderTemplateChanged("默认表头");
+        QCOMPARE(sent.size(), 1);
+        QCOMPARE(sent.first().at(0).toInt(), 7002);
+        QCOMPARE(sent.first().at(1).toString(), QString("默认表头"));
+    }
+
     void feeTemplatesSwitchFromTheRibbon()
     {
         MainWindow window;
         QVERIFY(window.loadModule(ModuleHost::defaultLibraryPath()));
         QVERIFY(window.openProject(MainWindow::samplePath()));
         window.show();
-        window.moduleHost()->send(49, QVariant::fromValue(MsgExplain::ToChangeActivePageInfo{"规费税金清单"}));
+        window.moduleHost()->send(
+            49, QVariant::fromValue(MsgExplain::ToChangeActivePageInfo{"规费税金清单"}));
         QCOMPARE(window.ribbon()->config().page, QString("规费税金清单"));
         auto* combo = window.ribbon()->itemWidget("模板选择")->findChild<QComboBox*>();
         QVERIFY(combo);
         QCOMPARE(combo->count(), 9); // the templates found in the template folder
-        QCOMPARE(combo->currentText(), QString("2020定额规费税金清单-一般计税")); // the pricing model's
+        QCOMPARE(combo->currentText(),
+                 QString("2020定额规费税金清单-一般计税")); // the pricing model's
 
         QTableView* grid = currentGrid(window);
         const int taxRow = grid->model()->rowCount() - 1;
+        QSignalSpy sent(window.moduleHost(), &ModuleHost::sent);
         emit window.ribbon()->comboChanged("模板选择", "2015定额规费税金清单-简易计税");
+        QCOMPARE(sent.first().at(0).toInt(), 5);
+        QCOMPARE(sent.first().at(1).value<MsgExplain::MenuComboInfo>().strText,
+                 QString("2015定额规费税金清单-简易计税"));
         QCOMPARE(grid->model()->index(taxRow, 4).data().toString(), QString("3%"));
         emit window.ribbon()->comboChanged("模板选择", "GB50500-2008规费税金清单");
-        QCOMPARE(grid->model()->index(grid->model()->rowCount() - 1, 4).data().toString(), QString("3.48%"));
+        QCOMPARE(grid->model()->index(grid->model()->rowCount() - 1, 4).data().toString(),
+                 QString("3.48%"));
         window.findChild<QAction*>("undoAction")->trigger();
         QCOMPARE(grid->model()->index(taxRow, 4).data().toString(), QString("3%"));
     }
