@@ -45,7 +45,7 @@ MainWindow::MainWindow(QWidget* parent)
 
     m_tree->setModel(m_treeModel);
     m_tree->setHeaderHidden(true);
-    m_tree->setMinimumWidth(220);
+    m_tree->setMinimumWidth(260);
     m_tree->setStyleSheet(QStringLiteral("QTreeView { background: #fbfcfe; border: none; }"));
     connect(m_tree, &QTreeView::clicked, this, [this](const QModelIndex& index) {
         if (ProTreeNode* node = m_treeModel->nodeAt(index)) {
@@ -65,7 +65,7 @@ MainWindow::MainWindow(QWidget* parent)
     splitter->addWidget(m_tree);
     splitter->addWidget(m_centre);
     splitter->setStretchFactor(1, 1);
-    splitter->setSizes({240, 1200});
+    splitter->setSizes({280, 1160});
 
     auto* body = new QWidget;
     auto* bodyLayout = new QVBoxLayout(body);

@@ -61,6 +61,10 @@ RibbonWidget::RibbonWidget(QWidget* parent) : QWidget(parent), m_layout(new QHBo
         "QToolButton { border: 1px solid transparent; padding: 2px; font-size: 9pt; }"
         "QToolButton:hover { background: #dde8f5; border: 1px solid #9fbbe0; }"
         "QToolButton:disabled { color: #a0a0a0; }"
+        // Room for the arrow of a split button and of a drop-down, beside the text.
+        "QToolButton[popupMode=\"1\"] { padding-right: 12px; }"
+        "QToolButton::menu-button { width: 14px; border: none; }"
+        "QToolButton[popupMode=\"2\"] { padding-right: 10px; }"
         "QLabel#groupTitle { color: #5a6b7d; font-size: 8pt; }"));
     m_layout->setContentsMargins(6, 3, 6, 3);
     m_layout->setSpacing(4);
@@ -102,10 +106,18 @@ QWidget* RibbonWidget::makeItem(const RibbonItem& item, QWidget* parent)
     auto* button = new QToolButton(parent);
     button->setText(shownText(item.text));
     button->setIcon(iconFor(item.icon, style()));
-    button->setIconSize(QSize(24, 24));
-    button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
     button->setAutoRaise(true);
-    button->setMinimumWidth(64);
+    if (item.small) {
+        button->setIconSize(QSize(16, 16));
+        button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    } else {
+        button->setIconSize(QSize(24, 24));
+        button->setToolButtonStyle(Qt::ToolButtonTextUnderIcon);
+        // Large buttons keep their whole text (and a split button its arrow besides).
+        const int arrow = item.type == QLatin1String("split") ? 16 : 0;
+        button->setMinimumWidth(
+            qMax(64, button->fontMetrics().horizontalAdvance(item.text) + 16 + arrow));
+    }
     if (!item.shortcut.isEmpty()) {
         button->setShortcut(QKeySequence(item.shortcut));
         button->setToolTip(QStringLiteral("%1 (%2)").arg(item.text, item.shortcut));
@@ -147,12 +159,28 @@ void RibbonWidget::showConfig(const RibbonConfig& config)
         column->setSpacing(1);
         auto* row = new QHBoxLayout;
         row->setSpacing(2);
+        QVBoxLayout* stack = nullptr; // the column small items are stacked into
+        QList<QVBoxLayout*> stacks;
         for (const RibbonItem& item : group.items) {
             QWidget* widget = makeItem(item, frame);
             m_widgets.insert(item.text, widget);
-            row->addWidget(widget);
+            if (!item.small) {
+                stack = nullptr;
+                row->addWidget(widget);
+            } else {
+                if (!stack || stack->count() == 3) {
+                    stack = new QVBoxLayout;
+                    stack->setSpacing(0);
+                    row->addLayout(stack);
+                    stacks << stack;
+                }
+                stack->addWidget(widget, 0, Qt::AlignLeft);
+            }
             updateState(item.text);
         }
+        // A column not filled keeps its buttons at the top.
+        for (QVBoxLayout* small : stacks)
+            small->addStretch();
         column->addLayout(row);
         auto* title = new QLabel(group.title, frame);
         title->setObjectName(QStringLiteral("groupTitle"));

@@ -46,6 +46,7 @@ RibbonConfig MenuBarManager::ReadMenuBarInfoFromFileEx(const QString& path, QStr
             item.type = o.value(QStringLiteral("type")).toString(QStringLiteral("button"));
             item.icon = o.value(QStringLiteral("icon")).toString();
             item.shortcut = o.value(QStringLiteral("shortcut")).toString();
+            item.small = o.value(QStringLiteral("size")).toString() == QLatin1String("small");
             for (const QJsonValue& sub : o.value(QStringLiteral("items")).toArray())
                 item.items << sub.toString();
             // A faulty item is left out and named; the rest of the ribbon still shows.

@@ -17,6 +17,7 @@ struct RibbonItem
     QString icon;
     QString shortcut;
     QStringList items;
+    bool small = false; // "size": "small": a short button, stacked three to a column
 };
 
 struct RibbonGroup

@@ -186,7 +186,7 @@ private slots:
             "items": [{"text": "刷新数量&价格", "shortcut": "Ctrl+R"},
                       {"text": "清除数量&价格", "type": "dropdown", "items": ["清除所有数量"]},
                       {"text": "招投标-删除行", "type": "split", "items": ["删除当前行/块"]},
-                      {"text": "编制:排序", "type": "dropdown", "items": ["金额"]}]}]})");
+                      {"text": "编制:排序", "type": "dropdown", "items": ["金额"], "size": "small"}]}]})");
         const RibbonConfig config = MenuBarManager::ReadMenuBarInfoFromFileEx(path);
         MenuBarManager* manager = MenuBarManager::getInstance();
         QMenu pageMenu;
@@ -206,6 +206,8 @@ private slots:
         button("清除数量&价格")->menu()->actions().first()->trigger();
         button("招投标-删除行")->click();
         QCOMPARE(button("招投标-删除行")->popupMode(), QToolButton::MenuButtonPopup);
+        QCOMPARE(button("编制:排序")->toolButtonStyle(), Qt::ToolButtonTextBesideIcon);
+        QCOMPARE(button("招投标-删除行")->toolButtonStyle(), Qt::ToolButtonTextUnderIcon);
         QList<QString> sentTexts;
         for (const QList<QVariant>& c : commands)
             sentTexts << c.first().toString();
