@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds the workbench and runs it on the bundled sample project. Without a display it runs
 # under Xvfb and saves a screenshot of each of the six bill pages instead.
+BUILD_TARGETS="${BUILD_TARGETS:-tarvo-workbench}"
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 BIN="$BUILD_DIR/bin"

@@ -135,6 +135,7 @@ void MainWindow::buildMenus()
                                                            : path + QStringLiteral(".tarvo"));
     });
     m_recentMenu = file->addMenu(QStringLiteral("最近打开(&R)"));
+    m_recentMenu->setObjectName(QStringLiteral("recentMenu"));
     rebuildRecentMenu();
     file->addSeparator();
     connect(file->addAction(QStringLiteral("退出(&X)")), &QAction::triggered, this,
@@ -217,9 +218,13 @@ void MainWindow::closeProject()
     m_projectIndex = -1;
 }
 
-bool MainWindow::openProject(const QString& path)
+bool MainWindow::openProject(const QString& fileName)
 {
+    // The status bar and the recent list show where the file really is.
+    const QString path = QFileInfo(fileName).absoluteFilePath();
     QString error;
+    // The new file is read completely before the open project is touched: a refused file
+    // leaves everything as it was.
     std::unique_ptr<ProjectWorks> opened = ProjectFile::Open(path, &error);
     if (!opened) {
         showCritical(this, QStringLiteral("打开工程"), error);
@@ -229,7 +234,7 @@ bool MainWindow::openProject(const QString& path)
         return false;
     closeProject();
     m_projectIndex = DataManagement::getInstance()->AddProjectWorks(std::move(opened));
-    addRecent(QFileInfo(path).absoluteFilePath());
+    addRecent(path);
     showProject(project());
     return true;
 }

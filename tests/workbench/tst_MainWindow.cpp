@@ -22,6 +22,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QStatusBar>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -46,6 +47,9 @@ private:
     }
 
 private slots:
+    // The recent-files list goes to a test location, not the user's settings.
+    void initTestCase() { QStandardPaths::setTestModeEnabled(true); }
+
     void init()
     {
         InteractionSeam::setScripted(true);
@@ -102,6 +106,12 @@ private slots:
         QVERIFY(!window.project()->isProjectWorkChanged());
         QVERIFY(window.openProject(file));
         QCOMPARE(currentGrid(window)->model()->index(0, 3).data().toString(), QString("123456.00"));
+        // The saved file heads the recent list; the bundled sample never enters it.
+        const QList<QAction*> recent = window.findChild<QMenu*>("recentMenu")->actions();
+        QCOMPARE(recent.first()->text(), file);
+        QVERIFY(std::none_of(recent.begin(), recent.end(), [](const QAction* a) {
+            return a->text() == MainWindow::samplePath();
+        }));
         QCOMPARE(RURecordControl::GetInstance()->undoStack()->count(), 0);
 
         // A tree click on a single project changes nothing in the grid.
