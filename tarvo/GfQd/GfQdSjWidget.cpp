@@ -1,6 +1,7 @@
 #include "GfQdSjWidget.h"
 
 #include "GfQdModel.h"
+#include "common/ContentTemplates.h"
 #include "TarvoGuard.h"
 
 #include "AuditBusiness.h"
@@ -9,18 +10,13 @@
 #include "GfQdBusiness.h"
 #include "HostConstants.h"
 #include "MsgExplain.h"
-#include "SharedInterface.h"
-#include "TemplateAccess.h"
 #include "XtBlBusiness.h"
-#include "zFileDialog.h"
 #include "zMessageBox.h"
 #include "zTableView.h"
 
 #include <QDebug>
-#include <QDir>
 #include <QFileInfo>
 #include <QMenu>
-#include <QRegularExpression>
 
 namespace {
 
@@ -29,7 +25,7 @@ constexpr int SavedTemplateXtBl = 5;
 
 QString templatePath(const QString& name)
 {
-    return GfQdSjWidget::TemplateDir() + name + HostConstants::GfQdTemplateFileProfix;
+    return ContentTemplates::Path(name, HostConstants::GfQdTemplateFileProfix);
 }
 
 } // namespace
@@ -63,18 +59,12 @@ bool GfQdSjWidget::moveRows(int from, int to)
 
 QString GfQdSjWidget::TemplateDir()
 {
-    return SharedInterface::GetAppPath() + HostConstants::SubGCSZDir;
+    return ContentTemplates::Dir();
 }
 
 QStringList GfQdSjWidget::TemplateNames()
 {
-    const QString suffix = HostConstants::GfQdTemplateFileProfix;
-    QStringList names;
-    const QFileInfoList files = QDir(TemplateDir()).entryInfoList(
-        {QLatin1Char('*') + suffix}, QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDir::Name);
-    for (const QFileInfo& file : files)
-        names << file.fileName().chopped(suffix.size());
-    return names;
+    return ContentTemplates::Names(HostConstants::GfQdTemplateFileProfix);
 }
 
 void GfQdSjWidget::announceTemplates(const QString& current)
@@ -115,15 +105,10 @@ void GfQdSjWidget::CurGfSjTamplateChanged(const QString& name)
 {
     TarvoGuard::run(sourceFile(), __LINE__, tag("CurGfSjTamplateChanged"), [&] {
         GfSjQdTable* list = pageTable();
-        const QString path = templatePath(name);
-        if (!list || isLocked() || name.isEmpty() || !QFileInfo::exists(path))
-            return; // no such template: the list stays as it is
         GfSjQdTable temporary;
-        QString error;
-        if (!TemplateAccess::ReadTemplateFile(path, &temporary, GfSjQdTable::Type, &error)) {
-            showWarning(this, QStringLiteral("提示"), error);
-            return;
-        }
+        if (!list || isLocked()
+            || !ContentTemplates::Read(this, name, HostConstants::GfQdTemplateFileProfix, &temporary, GfSjQdTable::Type))
+            return; // no such template: the list stays as it is
         model()->recorded(8, QStringLiteral("调用内容模板"), [&] {
             GfQdBusiness::ReplaceTableContentFromOther(list, &temporary);
             GfQdBusiness::CalculateGfQdTable(works(), list);
@@ -142,25 +127,12 @@ void GfQdSjWidget::SaveTemplate()
         GfSjQdTable* list = pageTable();
         if (!list)
             return;
-        bool ok = false;
-        const QString name =
-            zFileDialog::getText(this, QStringLiteral("保存模板"), QStringLiteral("模板名称："), QString(), &ok).trimmed();
-        if (!ok || name.isEmpty())
-            return;
-        static const QRegularExpression invalid(QStringLiteral("[\\\\/:*?\"<>|]"));
-        if (name.contains(invalid) || name.startsWith(QLatin1Char('.'))) {
-            showWarning(this, QStringLiteral("提示"), QStringLiteral("模板名称“%1”无效，请重新输入。").arg(name));
-            return;
-        }
         GfSjQdTable copy;
         GfQdBusiness::ReplaceTableContentFromOther(&copy, list);
-        QDir().mkpath(TemplateDir());
-        QString error;
-        if (!TemplateAccess::WriteTemplateFile(templatePath(name), &copy, GfSjQdTable::Type, &error)) {
-            showWarning(this, QStringLiteral("提示"), error);
+        const QString name =
+            ContentTemplates::AskAndSave(this, &copy, GfSjQdTable::Type, HostConstants::GfQdTemplateFileProfix);
+        if (name.isEmpty())
             return;
-        }
-        showInformation(this, QStringLiteral("信息"), QStringLiteral("保存成功！"));
         announceTemplates(name);
         if (works())
             XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), works()->getAuditId(), works()->getNodeId(),

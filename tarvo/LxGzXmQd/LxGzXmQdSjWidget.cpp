@@ -1,6 +1,7 @@
 #include "LxGzXmQdSjWidget.h"
 
 #include "LxGzXmQdModel.h"
+#include "common/ContentTemplates.h"
 #include "common/TarvoGuard.h"
 
 #include "AuditBusiness.h"
@@ -9,27 +10,13 @@
 #include "HostConstants.h"
 #include "LxGzXmQdJJjbBusiness.h"
 #include "MsgExplain.h"
-#include "SharedInterface.h"
-#include "TemplateAccess.h"
 #include "XtBlBusiness.h"
-#include "zFileDialog.h"
 #include "zMessageBox.h"
 #include "zTableView.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QMenu>
-#include <QRegularExpression>
 #include <QSet>
 
-namespace {
-
-QString templatePath(const QString& name)
-{
-    return SharedInterface::GetAppPath() + HostConstants::SubGCSZDir + name + HostConstants::LxGcXmQdTemplateFileProfix;
-}
-
-} // namespace
 
 LxGzXmQdSjWidget::LxGzXmQdSjWidget(AuditBusiness* audit, QWidget* parent) : BillSjWidget(audit, parent)
 {
@@ -104,29 +91,18 @@ void LxGzXmQdSjWidget::slotSelectSporadicItem(double price)
 
 QStringList LxGzXmQdSjWidget::TemplateNames()
 {
-    const QString suffix = HostConstants::LxGcXmQdTemplateFileProfix;
-    QStringList names;
-    const QFileInfoList files = QDir(SharedInterface::GetAppPath() + HostConstants::SubGCSZDir)
-                                    .entryInfoList({QLatin1Char('*') + suffix}, QDir::Files | QDir::NoSymLinks, QDir::Name);
-    for (const QFileInfo& file : files)
-        names << file.fileName().chopped(suffix.size());
-    return names;
+    return ContentTemplates::Names(HostConstants::LxGcXmQdTemplateFileProfix);
 }
 
 void LxGzXmQdSjWidget::CurSporadicWorksTempChanged(const QString& name)
 {
     TarvoGuard::run(sourceFile(), __LINE__, tag("CurSporadicWorksTempChanged"), [&] {
         ConstructionWorks* unit = works();
-        const QString path = templatePath(name);
-        if (!unit || !list() || isLocked() || !QFileInfo::exists(path)
-            || !DataManagement::getInstance()->GetSJPriceModelConfig(node()))
-            return; // no such template: the table stays as it is
         LxGzXmRgDjQdTable temporary;
-        QString error;
-        if (!TemplateAccess::ReadTemplateFile(path, &temporary, LxGzXmRgDjQdTable::Type, &error)) {
-            showWarning(this, QStringLiteral("提示"), error);
-            return;
-        }
+        if (!unit || !list() || isLocked() || !DataManagement::getInstance()->GetSJPriceModelConfig(node())
+            || !ContentTemplates::Read(this, name, HostConstants::LxGcXmQdTemplateFileProfix, &temporary,
+                                       LxGzXmRgDjQdTable::Type))
+            return; // no such template: the table stays as it is
         model()->recorded(8, QStringLiteral("模板选择"), [&] {
             XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), unit->getAuditId(), unit->getNodeId(), 4, name);
             LxGzXmQdJJjbBusiness::AdjustLxGzXmQdRowType(temporary.items());
@@ -144,22 +120,7 @@ void LxGzXmQdSjWidget::SaveTemplate()
     TarvoGuard::run(sourceFile(), __LINE__, tag("SaveTemplate"), [&] {
         if (!list())
             return;
-        bool ok = false;
-        const QString name =
-            zFileDialog::getText(this, QStringLiteral("保存模板"), QStringLiteral("模板名称："), QString(), &ok).trimmed();
-        if (!ok || name.isEmpty())
-            return;
-        static const QRegularExpression invalid(QStringLiteral("[\\\\/:*?\"<>|]"));
-        if (name.contains(invalid) || name.startsWith(QLatin1Char('.'))) {
-            showWarning(this, QStringLiteral("提示"), QStringLiteral("模板名称“%1”无效，请重新输入。").arg(name));
-            return;
-        }
-        QString error;
-        if (!TemplateAccess::WriteTemplateFile(templatePath(name), list(), LxGzXmRgDjQdTable::Type, &error)) {
-            showWarning(this, QStringLiteral("提示"), error);
-            return;
-        }
-        showInformation(this, QStringLiteral("信息"), QStringLiteral("保存成功！"));
+        ContentTemplates::AskAndSave(this, list(), LxGzXmRgDjQdTable::Type, HostConstants::LxGcXmQdTemplateFileProfix);
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "FormulaEditingDialog.h"
 #include "QtXmQdModel.h"
+#include "common/ContentTemplates.h"
 #include "TarvoGuard.h"
 
 #include "AuditBusiness.h"
@@ -12,8 +13,6 @@
 #include "HostConstants.h"
 #include "JsMsBusiness.h"
 #include "MsgExplain.h"
-#include "SharedInterface.h"
-#include "TemplateAccess.h"
 #include "XmBjHzbBusiness.h"
 #include "XtBlBusiness.h"
 #include "zTitleModal.h"
@@ -23,7 +22,6 @@
 
 #include <QAction>
 #include <QDebug>
-#include <QFileInfo>
 #include <QMenu>
 #include <QTimer>
 
@@ -273,16 +271,10 @@ void QtXmQdSjWidget::CurQtXmQdTemplateChanged(const QString& name)
 {
     TarvoGuard::run(sourceFile(), __LINE__, tag("CurQtXmQdTemplateChanged"), [&] {
         QtXmQdHzTable* list = pageTable();
-        const QString path = SharedInterface::GetAppPath() + HostConstants::SubGCSZDir + name
-                             + HostConstants::QtXmQdTemplateFileProfix;
-        if (!list || isLocked() || name.isEmpty() || !QFileInfo::exists(path))
-            return; // no such template: the list stays as it is
         QtXmQdHzTable temporary;
-        QString error;
-        if (!TemplateAccess::ReadTemplateFile(path, &temporary, QtXmQdHzTable::Type, &error)) {
-            showWarning(this, QStringLiteral("提示"), error);
-            return;
-        }
+        if (!list || isLocked()
+            || !ContentTemplates::Read(this, name, HostConstants::QtXmQdTemplateFileProfix, &temporary, QtXmQdHzTable::Type))
+            return; // no such template: the list stays as it is
         model()->recorded(8, QStringLiteral("模板选择"), [&] {
             ConstructionWorks* unit = works();
             XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), unit->getAuditId(), unit->getNodeId(), 2, name);
