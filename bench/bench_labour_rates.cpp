@@ -4,8 +4,8 @@
 
 #include "DB_Operation.h"
 #include "HostConstants.h"
-#include "SharedInterface.h"
 #include "InteractionSeam.h"
+#include "SharedInterface.h"
 
 #include <QApplication>
 #include <QDir>
@@ -20,17 +20,21 @@ void makeStore(const QString& dir)
 {
     QDir().mkpath(dir + QStringLiteral("/Database"));
     for (const QString& base : {QStringLiteral("LXRG"), QStringLiteral("MASTER")}) {
-        const QString path = dir + QStringLiteral("/Database/") + base + HostConstants::C_Db_Sqlite_Suffix;
+        const QString path =
+            dir + QStringLiteral("/Database/") + base + HostConstants::C_Db_Sqlite_Suffix;
         QFile(path).open(QIODevice::WriteOnly); // an empty file is an empty database
         DB_Operation db;
         db.openDB(path);
-        db.excuteSQL(QStringLiteral("CREATE TABLE lxrg(FID INTEGER PRIMARY KEY, dq TEXT, sj TEXT, gz TEXT, dj TEXT, bz TEXT)"));
+        db.excuteSQL(QStringLiteral("CREATE TABLE lxrg(FID INTEGER PRIMARY KEY, dq TEXT, sj TEXT, "
+                                    "gz TEXT, dj TEXT, bz TEXT)"));
         db.excuteSQL(QStringLiteral("BEGIN"));
         for (int i = 1; i <= 2000; ++i)
-            db.excuteSQL(QStringLiteral("INSERT INTO lxrg VALUES(%1, '成都市区', '2021年5月', '工种%2', '%3', '备注')")
-                             .arg(i)
-                             .arg(i)
-                             .arg(100 + i % 80));
+            db.excuteSQL(
+                QStringLiteral(
+                    "INSERT INTO lxrg VALUES(%1, '成都市区', '2021年5月', '工种%2', '%3', '备注')")
+                    .arg(i)
+                    .arg(i)
+                    .arg(100 + i % 80));
         db.excuteSQL(QStringLiteral("COMMIT"));
     }
 }

@@ -18,7 +18,8 @@ namespace {
 int bigProject(int units, int lines)
 {
     auto project = std::make_unique<ProjectWorks>(5, QStringLiteral("基准汇总"));
-    ProTreeNode* root = project->AddNode(nullptr, 1, ProTreeNode::WorksNode, QStringLiteral("基准汇总"));
+    ProTreeNode* root =
+        project->AddNode(nullptr, 1, ProTreeNode::WorksNode, QStringLiteral("基准汇总"));
     project->ensureWorks(0, 1);
     for (int u = 0; u < units; ++u) {
         project->AddNode(root, u + 2, ProTreeNode::WorksNode, QStringLiteral("单位工程%1").arg(u));
@@ -43,7 +44,8 @@ int bigProject(int units, int lines)
 static void BM_SummariseMaterials(benchmark::State& state)
 {
     const int index = bigProject(500, 2000);
-    ConstructionWorks* root = DataManagement::getInstance()->GetProjectWorksByIndex(index)->works(0, 1);
+    ConstructionWorks* root =
+        DataManagement::getInstance()->GetProjectWorksByIndex(index)->works(0, 1);
     for (auto _ : state)
         ZbrClGzfQdBusiness::HzSyClToZbrCl(root, nullptr);
     state.counters["rows"] = root->getTenderInventory()->getZbrClGzfQdTable()->count();
@@ -58,7 +60,8 @@ static void BM_HashAggregationBaseline(benchmark::State& state)
     for (auto _ : state) {
         QHash<QString, double> quantities;
         for (ProTreeNode* unit : project->unitProjectNodes())
-            for (const BaseDataItem* m : project->works(0, ProTreeNode::Id(unit))->getRcjHzTable()->items())
+            for (const BaseDataItem* m :
+                 project->works(0, ProTreeNode::Id(unit))->getRcjHzTable()->items())
                 quantities[MaterialSummary::Key(m)] += m->getDouble(9);
         benchmark::DoNotOptimize(quantities.size());
     }
@@ -70,9 +73,13 @@ static void BM_SortList(benchmark::State& state)
 {
     auto project = makeProject(0);
     ZbrClGzfQdTable* table = project->works(0, 2)->getTenderInventory()->getZbrClGzfQdTable();
-    const QStringList names = {QStringLiteral("钢筋"), QStringLiteral("水泥"), QStringLiteral("电梯"), QStringLiteral("安全网"),
-                               QStringLiteral("商品混凝土"), QStringLiteral("防水卷材"), QStringLiteral("铝合金窗")};
-    const int rows = qEnvironmentVariableIntValue("SORT_ROWS") > 0 ? qEnvironmentVariableIntValue("SORT_ROWS") : 100000;
+    const QStringList names = {QStringLiteral("钢筋"),       QStringLiteral("水泥"),
+                               QStringLiteral("电梯"),       QStringLiteral("安全网"),
+                               QStringLiteral("商品混凝土"), QStringLiteral("防水卷材"),
+                               QStringLiteral("铝合金窗")};
+    const int rows = qEnvironmentVariableIntValue("SORT_ROWS") > 0
+                         ? qEnvironmentVariableIntValue("SORT_ROWS")
+                         : 100000;
     for (int i = 0; i < rows; ++i) {
         BaseDataItem* item = table->CreateItem();
         item->loadState(1, false, 0, QString());

@@ -12,9 +12,11 @@
 static void BM_RecalculateOtherItems(benchmark::State& state)
 {
     const int index = DataManagement::getInstance()->AddProjectWorks(makeProject(0));
-    ConstructionWorks* works = DataManagement::getInstance()->GetProjectWorksByIndex(index)->works(0, 2);
+    ConstructionWorks* works =
+        DataManagement::getInstance()->GetProjectWorksByIndex(index)->works(0, 2);
     for (int v = 0; v < 200; ++v)
-        FyBlBusiness::GetInstance()->setValue(works, QStringLiteral("费用变量%1").arg(v), 1000.0 + v);
+        FyBlBusiness::GetInstance()->setValue(works, QStringLiteral("费用变量%1").arg(v),
+                                              1000.0 + v);
     QtXmQdHzTable* table = works->getTenderInventory()->getQtXmQdHzTable();
     for (int i = 0; i < 2000; ++i) {
         BaseDataItem* item = table->CreateItem();
@@ -22,8 +24,12 @@ static void BM_RecalculateOtherItems(benchmark::State& state)
         item->loadState(calculation ? 3 : 0, false, 0, QString());
         item->loadValue(1, QString::number(i + 1));
         item->loadValue(2, QStringLiteral("项目%1").arg(i));
-        item->loadValue(3, calculation ? QVariant(QStringLiteral("费用变量%1*0.015+费用变量%2").arg(i % 200).arg((i + 7) % 200))
-                                       : QVariant(100.0 + i));
+        item->loadValue(
+            3,
+            calculation
+                ? QVariant(
+                      QStringLiteral("费用变量%1*0.015+费用变量%2").arg(i % 200).arg((i + 7) % 200))
+                : QVariant(100.0 + i));
         table->attach(table->count(), item);
     }
     QtXmQdJJjbBusiness::AddTotalItem(table);
@@ -41,7 +47,10 @@ static void BM_EvaluateFormulas(benchmark::State& state)
         vars.insert(QStringLiteral("措施项目费用变量%1").arg(v), 1000.0 + v);
     QStringList formulas;
     for (int i = 0; i < 10000; ++i)
-        formulas << QStringLiteral("(措施项目费用变量%1+措施项目费用变量%2)*0.0%3").arg(i % 200).arg((i * 7) % 200).arg(i % 9 + 1);
+        formulas << QStringLiteral("(措施项目费用变量%1+措施项目费用变量%2)*0.0%3")
+                        .arg(i % 200)
+                        .arg((i * 7) % 200)
+                        .arg(i % 9 + 1);
     for (auto _ : state) {
         double sum = 0;
         for (const QString& formula : formulas) {

@@ -76,11 +76,12 @@ const Material kMaterials[] = {
 };
 
 const char* const kLabourTrades[][2] = {
-    {"普工", "110"}, {"技工", "142"}, {"混凝土工", "128"}, {"钢筋工", "136"}, {"木工", "138"},
-    {"装饰技工", "156"}, {"装饰细木工", "168"}, {"安装技工", "150"},
+    {"普工", "110"}, {"技工", "142"},     {"混凝土工", "128"},   {"钢筋工", "136"},
+    {"木工", "138"}, {"装饰技工", "156"}, {"装饰细木工", "168"}, {"安装技工", "150"},
 };
 
-BaseDataItem* addRow(GeneralTableBase* table, int kind, std::initializer_list<std::pair<int, QVariant>> fields)
+BaseDataItem* addRow(GeneralTableBase* table, int kind,
+                     std::initializer_list<std::pair<int, QVariant>> fields)
 {
     BaseDataItem* item = table->CreateItem();
     item->loadState(kind, false, 0, QString());
@@ -107,16 +108,35 @@ void fillFeeVariables(ConstructionWorks* works, double divisional, double measur
 void fillOtherItems(ConstructionWorks* works, double divisional)
 {
     QtXmQdHzTable* t = works->getTenderInventory()->getQtXmQdHzTable();
-    addRow(t, 0, {{1, QStringLiteral("1")}, {2, QStringLiteral("暂列金额")}, {5, QStringLiteral("项")},
-                  {3, std::round(divisional * 0.05)}, {4, QStringLiteral("按分部分项工程费的5%计列")}});
+    addRow(t, 0,
+           {{1, QStringLiteral("1")},
+            {2, QStringLiteral("暂列金额")},
+            {5, QStringLiteral("项")},
+            {3, std::round(divisional * 0.05)},
+            {4, QStringLiteral("按分部分项工程费的5%计列")}});
     addRow(t, 2, {{1, QStringLiteral("2")}, {2, QStringLiteral("暂估价")}});
-    addRow(t, 0, {{1, QStringLiteral("2.1")}, {2, QStringLiteral("材料(工程设备)暂估价")}, {5, QStringLiteral("项")},
-                  {3, 0.0}, {4, QStringLiteral("计入综合单价")}});
-    addRow(t, 0, {{1, QStringLiteral("2.2")}, {2, QStringLiteral("专业工程暂估价")}, {5, QStringLiteral("项")},
-                  {3, std::round(divisional * 0.03)}});
-    addRow(t, 0, {{1, QStringLiteral("3")}, {2, QStringLiteral("计日工")}, {5, QStringLiteral("项")}, {3, 18600.0}});
-    addRow(t, 3, {{1, QStringLiteral("4")}, {2, QStringLiteral("总承包服务费")}, {5, QStringLiteral("项")},
-                  {3, QStringLiteral("分部分项工程费*0.015")}, {4, QStringLiteral("按专业分包工程造价的1.5%")}});
+    addRow(t, 0,
+           {{1, QStringLiteral("2.1")},
+            {2, QStringLiteral("材料(工程设备)暂估价")},
+            {5, QStringLiteral("项")},
+            {3, 0.0},
+            {4, QStringLiteral("计入综合单价")}});
+    addRow(t, 0,
+           {{1, QStringLiteral("2.2")},
+            {2, QStringLiteral("专业工程暂估价")},
+            {5, QStringLiteral("项")},
+            {3, std::round(divisional * 0.03)}});
+    addRow(t, 0,
+           {{1, QStringLiteral("3")},
+            {2, QStringLiteral("计日工")},
+            {5, QStringLiteral("项")},
+            {3, 18600.0}});
+    addRow(t, 3,
+           {{1, QStringLiteral("4")},
+            {2, QStringLiteral("总承包服务费")},
+            {5, QStringLiteral("项")},
+            {3, QStringLiteral("分部分项工程费*0.015")},
+            {4, QStringLiteral("按专业分包工程造价的1.5%")}});
     addRow(t, 1, {});
     addRow(t, 4, {{2, QStringLiteral("合计")}});
     QtXmQdJJjbBusiness::CalculateTable(works, t);
@@ -129,8 +149,13 @@ void fillDaywork(ConstructionWorks* works, int variant)
     int n = 0;
     for (const auto& trade : kLabourTrades) {
         const double price = QString::fromLatin1(trade[1]).toDouble() + (variant % 3) * 2;
-        addRow(t, 0, {{1, QString::number(++n)}, {2, text(trade[0])}, {3, QStringLiteral("工日")}, {4, price},
-                      {5, QStringLiteral("成都市区 2021年5月")}, {6, 10.0 * (1 + n % 4)}});
+        addRow(t, 0,
+               {{1, QString::number(++n)},
+                {2, text(trade[0])},
+                {3, QStringLiteral("工日")},
+                {4, price},
+                {5, QStringLiteral("成都市区 2021年5月")},
+                {6, 10.0 * (1 + n % 4)}});
     }
     LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(works, t);
 }
@@ -149,11 +174,18 @@ void fillFees(ConstructionWorks* works, bool general)
                 {"1.4", "工伤保险费", 0.7}, {"1.5", "生育保险费", 0.3}, {"1.6", "住房公积金", 3.3}};
     for (const auto& fee : fees)
         addRow(t, 0, {{1, text(fee.serial)}, {2, text(fee.name)}, {3, base}, {4, fee.rate}});
-    addRow(t, 0, {{1, QStringLiteral("1.7")}, {2, QStringLiteral("工程排污费")}, {3, QStringLiteral("分部分项工程费")},
-                  {4, 0.1}, {7, QStringLiteral("按实计取")}});
-    addRow(t, 2, {{1, QStringLiteral("2")}, {2, QStringLiteral("税金")},
-                  {3, QStringLiteral("分部分项工程费+措施项目费+其他项目合计+规费合计")}, {4, general ? 9.0 : 3.0},
-                  {7, general ? QStringLiteral("一般计税") : QStringLiteral("简易计税")}});
+    addRow(t, 0,
+           {{1, QStringLiteral("1.7")},
+            {2, QStringLiteral("工程排污费")},
+            {3, QStringLiteral("分部分项工程费")},
+            {4, 0.1},
+            {7, QStringLiteral("按实计取")}});
+    addRow(t, 2,
+           {{1, QStringLiteral("2")},
+            {2, QStringLiteral("税金")},
+            {3, QStringLiteral("分部分项工程费+措施项目费+其他项目合计+规费合计")},
+            {4, general ? 9.0 : 3.0},
+            {7, general ? QStringLiteral("一般计税") : QStringLiteral("简易计税")}});
     GfQdBusiness::CalculateGfQdTable(works, t);
 }
 
@@ -164,8 +196,11 @@ void fillMaterials(ConstructionWorks* works, QRandomGenerator& random, int unitI
     for (int i = 0; i < count; ++i) {
         const Material& m = kMaterials[i % catalogue];
         // Beyond the catalogue, variants of the same material in other models.
-        const QString spec = i < catalogue ? text(m.spec) : QString(text(m.spec) + QStringLiteral(" 型%1").arg(i / catalogue));
-        const double quantity = std::round(random.bounded(20, 5000) * 1.0 + random.generateDouble() * 100) / 100.0;
+        const QString spec =
+            i < catalogue ? text(m.spec)
+                          : QString(text(m.spec) + QStringLiteral(" 型%1").arg(i / catalogue));
+        const double quantity =
+            std::round(random.bounded(20, 5000) * 1.0 + random.generateDouble() * 100) / 100.0;
         double adjusted = m.price * (1.0 + (random.bounded(0, 9) - 4) / 100.0);
         QString origin = text(m.origin);
         bool provisional = i % 7 == 0;
@@ -177,11 +212,21 @@ void fillMaterials(ConstructionWorks* works, QRandomGenerator& random, int unitI
         if (i % 17 == 0 && unitIndex == 3)
             origin = QStringLiteral("重庆");
         adjusted = std::round(adjusted * 100) / 100;
-        const QString code = QString::fromLatin1(m.code) + QStringLiteral("%1").arg(i / catalogue, 2, 10, QLatin1Char('0'));
-        addRow(t, 1, {{1, code},
-                      {2, QStringLiteral("材")}, {3, text(m.name)}, {4, spec}, {5, text(m.unit)}, {6, m.price},
-                      {7, adjusted}, {9, quantity}, {10, std::round(adjusted * quantity * 100) / 100},
-                      {11, provisional}, {12, origin}, {16, i % 19 == 0}});
+        const QString code = QString::fromLatin1(m.code) +
+                             QStringLiteral("%1").arg(i / catalogue, 2, 10, QLatin1Char('0'));
+        addRow(t, 1,
+               {{1, code},
+                {2, QStringLiteral("材")},
+                {3, text(m.name)},
+                {4, spec},
+                {5, text(m.unit)},
+                {6, m.price},
+                {7, adjusted},
+                {9, quantity},
+                {10, std::round(adjusted * quantity * 100) / 100},
+                {11, provisional},
+                {12, origin},
+                {16, i % 19 == 0}});
     }
 }
 
@@ -196,21 +241,40 @@ void fillMaterialLists(ConstructionWorks* target, ConstructionWorks* source)
     for (const BaseDataItem* m : source->getRcjHzTable()->items()) {
         if (m->getValue(11).toBool()) {
             ++serial;
-            addRow(provisional, 1, {{1, serial}, {2, QStringLiteral("ZG%1").arg(serial, 3, 10, QLatin1Char('0'))},
-                                    {3, m->getValue(3)}, {4, m->getValue(4)}, {5, m->getValue(5)}, {6, m->getValue(6)},
-                                    {7, m->getValue(7)}, {9, m->getValue(9)}, {12, m->getValue(12)}});
+            addRow(provisional, 1,
+                   {{1, serial},
+                    {2, QStringLiteral("ZG%1").arg(serial, 3, 10, QLatin1Char('0'))},
+                    {3, m->getValue(3)},
+                    {4, m->getValue(4)},
+                    {5, m->getValue(5)},
+                    {6, m->getValue(6)},
+                    {7, m->getValue(7)},
+                    {9, m->getValue(9)},
+                    {12, m->getValue(12)}});
         }
         if (m->getValue(16).toBool())
-            addRow(evaluated, 1, {{1, evaluated->count() + 1}, {2, QStringLiteral("PS%1").arg(evaluated->count() + 1, 3, 10, QLatin1Char('0'))},
-                                  {3, m->getValue(3)}, {4, m->getValue(4)}, {5, m->getValue(5)}, {7, m->getValue(7)},
-                                  {9, m->getValue(9)}, {12, m->getValue(12)}});
+            addRow(
+                evaluated, 1,
+                {{1, evaluated->count() + 1},
+                 {2, QStringLiteral("PS%1").arg(evaluated->count() + 1, 3, 10, QLatin1Char('0'))},
+                 {3, m->getValue(3)},
+                 {4, m->getValue(4)},
+                 {5, m->getValue(5)},
+                 {7, m->getValue(7)},
+                 {9, m->getValue(9)},
+                 {12, m->getValue(12)}});
     }
     const char* const purchasedNames[][4] = {{"电梯", "1000kg 1.75m/s", "台", "285000"},
                                              {"变压器", "SCB13-800kVA", "台", "168000"},
                                              {"柴油发电机组", "400kW", "台", "226000"}};
     for (const auto& p : purchasedNames)
-        addRow(purchased, 1, {{1, purchased->count() + 1}, {3, text(p[0])}, {4, text(p[1])}, {5, text(p[2])},
-                              {7, QString::fromLatin1(p[3]).toDouble()}, {9, 2.0}});
+        addRow(purchased, 1,
+               {{1, purchased->count() + 1},
+                {3, text(p[0])},
+                {4, text(p[1])},
+                {5, text(p[2])},
+                {7, QString::fromLatin1(p[3]).toDouble()},
+                {9, 2.0}});
     addRow(provisional, 2, {{3, QStringLiteral("合计")}});
     addRow(purchased, 2, {{3, QStringLiteral("合计")}});
     addRow(evaluated, 2, {{3, QStringLiteral("合计")}});
@@ -242,9 +306,11 @@ std::unique_ptr<ProjectWorks> BuildSampleProject()
     int unitIndex = 0;
     QList<ConstructionWorks*> units;
     for (const auto& s : structure) {
-        ProTreeNode* single = project->AddNode(root, ++id, ProTreeNode::SingleProjectNode, text(s.single));
+        ProTreeNode* single =
+            project->AddNode(root, ++id, ProTreeNode::SingleProjectNode, text(s.single));
         for (int u = 0; u < 3; ++u) {
-            ProTreeNode* unit = project->AddNode(single, ++id, ProTreeNode::WorksNode, text(s.units[u]));
+            ProTreeNode* unit =
+                project->AddNode(single, ++id, ProTreeNode::WorksNode, text(s.units[u]));
             const int versions = unitIndex == 0 ? 2 : 1; // the first has a submitted version
             for (int audit = 0; audit < versions; ++audit) {
                 ConstructionWorks* works = project->ensureWorks(audit, ProTreeNode::Id(unit));

@@ -22,7 +22,8 @@ static bool build(const QString& seed, const QString& output)
     QFile::remove(temp);
     bool ok = true;
     {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("seed"));
+        QSqlDatabase db =
+            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("seed"));
         db.setDatabaseName(temp);
         ok = db.open() && db.transaction();
         QSqlQuery query(db);
@@ -31,7 +32,8 @@ static bool build(const QString& seed, const QString& output)
             if (!ok || line.isEmpty() || line.startsWith(QStringLiteral("--")))
                 continue;
             if (!query.exec(line)) {
-                std::fprintf(stderr, "%s: %s\n", qPrintable(line), qPrintable(query.lastError().text()));
+                std::fprintf(stderr, "%s: %s\n", qPrintable(line),
+                             qPrintable(query.lastError().text()));
                 ok = false;
             }
         }

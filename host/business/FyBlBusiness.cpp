@@ -47,12 +47,16 @@ void FyBlBusiness::RecalculateFyBl(ConstructionWorks* works)
         return;
     TenderInventory* inv = works->getTenderInventory();
     setValue(works, QStringLiteral("其他项目合计"), totalOf(inv->getQtXmQdHzTable(), 4, 3));
-    setValue(works, QStringLiteral("暂列金额"), otherItemByName(inv->getQtXmQdHzTable(), QStringLiteral("暂列金额")));
-    setValue(works, QStringLiteral("计日工"), otherItemByName(inv->getQtXmQdHzTable(), QStringLiteral("计日工")));
-    setValue(works, QStringLiteral("总承包服务费"), otherItemByName(inv->getQtXmQdHzTable(), QStringLiteral("总承包服务费")));
+    setValue(works, QStringLiteral("暂列金额"),
+             otherItemByName(inv->getQtXmQdHzTable(), QStringLiteral("暂列金额")));
+    setValue(works, QStringLiteral("计日工"),
+             otherItemByName(inv->getQtXmQdHzTable(), QStringLiteral("计日工")));
+    setValue(works, QStringLiteral("总承包服务费"),
+             otherItemByName(inv->getQtXmQdHzTable(), QStringLiteral("总承包服务费")));
     setValue(works, QStringLiteral("规费合计"), sumOf(inv->getGfSjQdTable(), 5, 0));
     setValue(works, QStringLiteral("税金"), sumOf(inv->getGfSjQdTable(), 5, 2));
-    setValue(works, QStringLiteral("招标人材料购置费合计"), totalOf(inv->getZbrClGzfQdTable(), 2, 10));
+    setValue(works, QStringLiteral("招标人材料购置费合计"),
+             totalOf(inv->getZbrClGzfQdTable(), 2, 10));
 }
 
 double FyBlBusiness::GetFyBlValueById(ConstructionWorks* works, int id) const
@@ -104,7 +108,8 @@ double FyBlBusiness::GetSJFyBlValue(const ProTreeNode* node, int id) const
 
 bool FyBlBusiness::ChangeFyBl(int projectIndex, int auditVersion, int nodeId, int id, double value)
 {
-    ConstructionWorks* works = DataManagement::getInstance()->GetProObjectForDisplay(projectIndex, auditVersion, nodeId);
+    ConstructionWorks* works =
+        DataManagement::getInstance()->GetProObjectForDisplay(projectIndex, auditVersion, nodeId);
     if (!works)
         return false;
     FyBlTable* table = works->getFyBlTable();
@@ -113,8 +118,9 @@ bool FyBlBusiness::ChangeFyBl(int projectIndex, int auditVersion, int nodeId, in
             item->setValue(3, value);
             return true;
         }
-    static const QHash<int, QString> names = {{QuotaFeeRateId, QStringLiteral("工程定额测定费费率")},
-                                              {TaxRateId, QStringLiteral("税金费率")}};
+    static const QHash<int, QString> names = {
+        {QuotaFeeRateId, QStringLiteral("工程定额测定费费率")},
+        {TaxRateId, QStringLiteral("税金费率")}};
     BaseDataItem* item = table->CreateItem();
     item->loadValue(1, id);
     item->loadValue(2, names.value(id, QStringLiteral("费用变量%1").arg(id)));

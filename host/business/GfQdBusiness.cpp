@@ -86,7 +86,8 @@ void GfQdBusiness::CalculateGfQdTable(ConstructionWorks* works, GfSjQdTable* tab
             double base = 0;
             QString error;
             const QString expr = item->getValue(3).toString();
-            if (!expr.trimmed().isEmpty() && !VXParseAlg::getInstance()->ExpCalc(expr, vars, base, error, true))
+            if (!expr.trimmed().isEmpty() &&
+                !VXParseAlg::getInstance()->ExpCalc(expr, vars, base, error, true))
                 base = 0;
             item->setValue(6, round2(base));
             const double amount = round2(base * item->getDouble(4) / 100.0);

@@ -15,8 +15,8 @@ class GfQdBusiness
 public:
     enum Kind { Fee = 0, Heading = 1, Tax = 2 };
 
-    static bool ProcColunmValueChanged(ConstructionWorks* works, GfSjQdTable* table, int row, int field,
-                                       const QVariant& value);
+    static bool ProcColunmValueChanged(ConstructionWorks* works, GfSjQdTable* table, int row,
+                                       int field, const QVariant& value);
     static BaseDataItem* InsertItem(ConstructionWorks* works, GfSjQdTable* table, int index);
     static BaseDataItem* AppendItem(ConstructionWorks* works, GfSjQdTable* table);
     static bool RemoveItem(ConstructionWorks* works, GfSjQdTable* table, BaseDataItem* item);

@@ -4,5 +4,6 @@
 
 bool JsMsBusiness::IsVATProject(ProjectWorks* works)
 {
-    return works && works->GetPriceModelConfig()->getItem(6).toString() != QStringLiteral("简易计税");
+    return works &&
+           works->GetPriceModelConfig()->getItem(6).toString() != QStringLiteral("简易计税");
 }

@@ -9,8 +9,9 @@
 
 #include <cmath>
 
-bool LxGzXmQdJJjbBusiness::ProcColunmValueChanged(ConstructionWorks* works, LxGzXmRgDjQdTable* table,
-                                                  int row, int column, const QVariant& value)
+bool LxGzXmQdJJjbBusiness::ProcColunmValueChanged(ConstructionWorks* works,
+                                                  LxGzXmRgDjQdTable* table, int row, int column,
+                                                  const QVariant& value)
 {
     BusinessFaultInjection::check();
     BaseDataItem* item = table ? table->at(row) : nullptr;
@@ -24,7 +25,8 @@ bool LxGzXmQdJJjbBusiness::ProcColunmValueChanged(ConstructionWorks* works, LxGz
     return true;
 }
 
-void LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(ConstructionWorks* works, LxGzXmRgDjQdTable* table)
+void LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(ConstructionWorks* works,
+                                                  LxGzXmRgDjQdTable* table)
 {
     Q_UNUSED(works)
     if (!table)
@@ -47,7 +49,8 @@ void LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(ConstructionWorks* works, LxGz
         if (item->getValue(4).userType() == QMetaType::Double)
             item->setValue(4, std::round(item->getDouble(4) * 100.0) / 100.0);
         if (item->getValue(6).isValid() || item->getValue(4).isValid()) {
-            const double amount = std::round(item->getDouble(6) * item->getDouble(4) * 100.0) / 100.0;
+            const double amount =
+                std::round(item->getDouble(6) * item->getDouble(4) * 100.0) / 100.0;
             item->setValue(7, amount);
             sum += amount;
         }
@@ -55,7 +58,8 @@ void LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(ConstructionWorks* works, LxGz
     closeSummary();
 }
 
-bool LxGzXmQdJJjbBusiness::CheckExistedTotalRow(const QList<BaseDataItem*>& items, BaseDataItem*& total)
+bool LxGzXmQdJJjbBusiness::CheckExistedTotalRow(const QList<BaseDataItem*>& items,
+                                                BaseDataItem*& total)
 {
     total = nullptr;
     for (BaseDataItem* item : items)
@@ -107,7 +111,8 @@ void LxGzXmQdJJjbBusiness::AdjustLxGzXmQdRowType(const QList<BaseDataItem*>& ite
             item->setKind(0);
 }
 
-void LxGzXmQdJJjbBusiness::ReplaceTableContentFromOther(LxGzXmRgDjQdTable* target, const LxGzXmRgDjQdTable* source)
+void LxGzXmQdJJjbBusiness::ReplaceTableContentFromOther(LxGzXmRgDjQdTable* target,
+                                                        const LxGzXmRgDjQdTable* source)
 {
     TableOps::replaceRows(target, source);
 }

@@ -24,7 +24,8 @@ public:
     static bool GridRowMove(LxGzXmRgDjQdTable* table, int from, int to);
     // Rows read from a template: unknown kinds become labour rows.
     static void AdjustLxGzXmQdRowType(const QList<BaseDataItem*>& items);
-    static void ReplaceTableContentFromOther(LxGzXmRgDjQdTable* target, const LxGzXmRgDjQdTable* source);
+    static void ReplaceTableContentFromOther(LxGzXmRgDjQdTable* target,
+                                             const LxGzXmRgDjQdTable* source);
     static void AquireLxGzXmQdTemplate(LxGzXmRgDjQdTable* target, const LxGzXmRgDjQdTable* source)
     {
         ReplaceTableContentFromOther(target, source);

@@ -13,8 +13,7 @@ class ConstructionWorks;
 // The rules every materials list shares (tenderer-purchased, provisional, evaluated).
 // Row kinds: 1 material, 2 total. Amount (10) = quantity (9) x unit price (7), in fen; the
 // total row sums the amounts. Each list's service derives from this with its own table.
-template<typename Table>
-class MaterialListBusiness
+template <typename Table> class MaterialListBusiness
 {
 public:
     enum Kind { Material = 1, Total = 2 };

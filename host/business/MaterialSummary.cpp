@@ -10,12 +10,13 @@
 
 QString MaterialSummary::Key(const BaseDataItem* item)
 {
-    return item->getValue(3).toString().trimmed() + QChar(0x1F) + item->getValue(4).toString().trimmed()
-           + QChar(0x1F) + item->getValue(5).toString().trimmed();
+    return item->getValue(3).toString().trimmed() + QChar(0x1F) +
+           item->getValue(4).toString().trimmed() + QChar(0x1F) +
+           item->getValue(5).toString().trimmed();
 }
 
-QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works, bool provisionalOnly,
-                                                      ProgressSink* progress)
+QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works,
+                                                      bool provisionalOnly, ProgressSink* progress)
 {
     struct Acc
     {
@@ -64,11 +65,12 @@ QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works, 
                 acc.entry.price = it.key();
             }
         acc.entry.quantity = std::round(acc.entry.quantity * 1000.0) / 1000.0;
-        acc.entry.flags = (acc.quantityByPrice.size() > 1 ? PriceDiffers : 0)
-                          | (acc.provisional.size() > 1 ? ProvisionalDiffers : 0)
-                          | (acc.origins.size() > 1 ? OriginDiffers : 0);
+        acc.entry.flags = (acc.quantityByPrice.size() > 1 ? PriceDiffers : 0) |
+                          (acc.provisional.size() > 1 ? ProvisionalDiffers : 0) |
+                          (acc.origins.size() > 1 ? OriginDiffers : 0);
         entries << acc.entry;
     }
-    std::sort(entries.begin(), entries.end(), [](const Entry& a, const Entry& b) { return a.order < b.order; });
+    std::sort(entries.begin(), entries.end(),
+              [](const Entry& a, const Entry& b) { return a.order < b.order; });
     return entries;
 }

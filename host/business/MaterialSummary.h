@@ -23,11 +23,12 @@ public:
         double quantity = 0;
         double price = 0; // the price of the largest share of the quantity
         int flags = 0;
-        int order = 0;    // first appearance, for a stable list order
+        int order = 0; // first appearance, for a stable list order
     };
 
     // Gathers the current-version materials of every unit project of the works' project;
     // provisionalOnly keeps the materials flagged provisional (11). Progress goes to 0..90.
-    static QList<Entry> Gather(ConstructionWorks* works, bool provisionalOnly, ProgressSink* progress);
+    static QList<Entry> Gather(ConstructionWorks* works, bool provisionalOnly,
+                               ProgressSink* progress);
     static QString Key(const BaseDataItem* item);
 };

@@ -34,7 +34,8 @@ bool QtXmQdJJjbBusiness::ProcColunmValueChanged(ConstructionWorks* works, QtXmQd
         const QString text = stored.toString();
         if (text.trimmed().isEmpty())
             stored = QVariant();
-        else if (VXParseAlg::getInstance()->ExpCalc(text, FyBlBusiness::GetInstance()->variables(works), result, error))
+        else if (VXParseAlg::getInstance()->ExpCalc(
+                     text, FyBlBusiness::GetInstance()->variables(works), result, error))
             stored = result;
     }
     item->setValue(field, stored);
@@ -91,7 +92,8 @@ bool QtXmQdJJjbBusiness::GridRowCanMove(QtXmQdHzTable* table, int from, int to)
     return TableOps::canMove(table, from, to, Total);
 }
 
-bool QtXmQdJJjbBusiness::GridRowMove(ConstructionWorks* works, QtXmQdHzTable* table, int from, int to)
+bool QtXmQdJJjbBusiness::GridRowMove(ConstructionWorks* works, QtXmQdHzTable* table, int from,
+                                     int to)
 {
     if (!GridRowCanMove(table, from, to))
         return false;
@@ -137,7 +139,8 @@ void QtXmQdJJjbBusiness::CalculateTable(ConstructionWorks* works, QtXmQdHzTable*
             continue;
         double result = 0;
         QString error;
-        if (!VXParseAlg::getInstance()->ExpCalc(item->getValue(3).toString(), vars, result, error, true))
+        if (!VXParseAlg::getInstance()->ExpCalc(item->getValue(3).toString(), vars, result, error,
+                                                true))
             result = 0;
         item->setValue(6, round2(result));
     }
@@ -156,8 +159,8 @@ void QtXmQdJJjbBusiness::CalculateTable(ConstructionWorks* works, QtXmQdHzTable*
             const QString prefix = serial + QLatin1Char('.');
             for (int j = i + 1; j < rows.size(); ++j) {
                 const BaseDataItem* child = rows.at(j);
-                if (child->getKind() == Total
-                    || !child->getValue(1).toString().trimmed().startsWith(prefix))
+                if (child->getKind() == Total ||
+                    !child->getValue(1).toString().trimmed().startsWith(prefix))
                     break;
                 if (child->getKind() != SubTotal)
                     sum += rowAmount(child);
@@ -217,7 +220,8 @@ void QtXmQdJJjbBusiness::AdjustQtXmQdRowType(QtXmQdHzTable* table)
     table->SetItemOrder(order);
 }
 
-void QtXmQdJJjbBusiness::ReplaceTableContentFromOther(QtXmQdHzTable* target, const QtXmQdHzTable* source)
+void QtXmQdJJjbBusiness::ReplaceTableContentFromOther(QtXmQdHzTable* target,
+                                                      const QtXmQdHzTable* source)
 {
     TableOps::replaceRows(target, source);
 }
@@ -233,7 +237,8 @@ bool QtXmQdJJjbBusiness::ExtractSporadicWorkItemFees(ConstructionWorks* works)
     total = round2(total);
     QtXmQdHzTable* table = works->getTenderInventory()->getQtXmQdHzTable();
     for (BaseDataItem* item : table->items()) {
-        if (item->getValue(2).toString() != QStringLiteral("计日工") || item->getKind() == Calculation)
+        if (item->getValue(2).toString() != QStringLiteral("计日工") ||
+            item->getKind() == Calculation)
             continue;
         if (item->getValue(3) == QVariant(total))
             return false;

@@ -36,7 +36,10 @@ public:
     static void ReplaceTableContentFromOther(QtXmQdHzTable* target, const QtXmQdHzTable* source);
     // Puts the daywork list's total into the row named "计日工"; true when it changed.
     static bool ExtractSporadicWorkItemFees(ConstructionWorks* works);
-    static void CalQtXmQdCalculateRow(ConstructionWorks* works, QtXmQdHzTable* table) { CalculateTable(works, table); }
+    static void CalQtXmQdCalculateRow(ConstructionWorks* works, QtXmQdHzTable* table)
+    {
+        CalculateTable(works, table);
+    }
 
     // The amount a row contributes: field 6 on calculation rows, field 3 elsewhere.
     static double rowAmount(const BaseDataItem* item);

@@ -8,5 +8,8 @@
 class SjCqXPsClBusiness : public MaterialListBusiness<SjCqXPsClTable>
 {
 public:
-    static void CalculateSjCqXPsClItemHJ(ConstructionWorks*, SjCqXPsClTable* table) { TableOps::calculateMaterialList(table); }
+    static void CalculateSjCqXPsClItemHJ(ConstructionWorks*, SjCqXPsClTable* table)
+    {
+        TableOps::calculateMaterialList(table);
+    }
 };

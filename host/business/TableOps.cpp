@@ -47,7 +47,8 @@ BaseDataItem* insertNew(GeneralTableBase* table, int row, int kind)
 
 bool canMove(const GeneralTableBase* table, int from, int to, int fixedKind)
 {
-    if (!table || from == to || from < 0 || to < 0 || from >= table->count() || to >= table->count())
+    if (!table || from == to || from < 0 || to < 0 || from >= table->count() ||
+        to >= table->count())
         return false;
     return table->at(from)->getKind() != fixedKind && table->at(to)->getKind() != fixedKind;
 }

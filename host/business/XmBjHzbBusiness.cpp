@@ -4,7 +4,8 @@
 
 bool XmBjHzbBusiness::GetDeCdFl(int projectIndex, int auditVersion, int nodeId, QString& text)
 {
-    ConstructionWorks* works = DataManagement::getInstance()->GetProObjectForDisplay(projectIndex, auditVersion, nodeId);
+    ConstructionWorks* works =
+        DataManagement::getInstance()->GetProObjectForDisplay(projectIndex, auditVersion, nodeId);
     if (!works)
         return false;
     text = works->getConfig()->getItem(30).toString().trimmed();
@@ -13,7 +14,8 @@ bool XmBjHzbBusiness::GetDeCdFl(int projectIndex, int auditVersion, int nodeId, 
 
 bool XmBjHzbBusiness::GetSjFl(int projectIndex, int auditVersion, int nodeId, QString& text)
 {
-    ConstructionWorks* works = DataManagement::getInstance()->GetProObjectForDisplay(projectIndex, auditVersion, nodeId);
+    ConstructionWorks* works =
+        DataManagement::getInstance()->GetProObjectForDisplay(projectIndex, auditVersion, nodeId);
     if (!works)
         return false;
     for (const BaseDataItem* item : works->getTenderInventory()->getGfSjQdTable()->items())

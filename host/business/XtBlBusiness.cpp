@@ -2,7 +2,8 @@
 
 #include "DataManagement.h"
 
-bool XtBlBusiness::ChangeXtBl(int projectIndex, int auditVersion, int nodeId, int id, const QVariant& value)
+bool XtBlBusiness::ChangeXtBl(int projectIndex, int auditVersion, int nodeId, int id,
+                              const QVariant& value)
 {
     ConstructionWorks* works =
         DataManagement::getInstance()->GetProObjectForDisplay(projectIndex, auditVersion, nodeId);

@@ -9,7 +9,8 @@ class ProTreeNode;
 class XtBlBusiness
 {
 public:
-    static bool ChangeXtBl(int projectIndex, int auditVersion, int nodeId, int id, const QVariant& value);
+    static bool ChangeXtBl(int projectIndex, int auditVersion, int nodeId, int id,
+                           const QVariant& value);
     static QVariant GetXtBlValue(ConstructionWorks* works, int id);
     static QVariant GetSJXtBlValue(const ProTreeNode* node, int id);
     // By the project works' id and the node's version and id.

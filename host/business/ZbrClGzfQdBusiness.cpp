@@ -37,7 +37,8 @@ BaseDataItem* ZbrClGzfQdBusiness::InsertItem(ZbrClGzfQdTable* table, int index)
     return MaterialListBusiness::InsertItem(nullptr, table, index);
 }
 
-bool ZbrClGzfQdBusiness::CheckExistedTotalRow(const QList<BaseDataItem*>& items, BaseDataItem*& total)
+bool ZbrClGzfQdBusiness::CheckExistedTotalRow(const QList<BaseDataItem*>& items,
+                                              BaseDataItem*& total)
 {
     total = nullptr;
     for (BaseDataItem* item : items)
@@ -77,12 +78,14 @@ void ZbrClGzfQdBusiness::ClearBCzDyClBj(ConstructionWorks* works)
                 item->setValue(22, false);
 }
 
-void ZbrClGzfQdBusiness::summarise(ConstructionWorks* works, bool provisionalOnly, ProgressSink* progress)
+void ZbrClGzfQdBusiness::summarise(ConstructionWorks* works, bool provisionalOnly,
+                                   ProgressSink* progress)
 {
     ZbrClGzfQdTable* table = listOf(works);
     if (!table)
         return;
-    const QList<MaterialSummary::Entry> entries = MaterialSummary::Gather(works, provisionalOnly, progress);
+    const QList<MaterialSummary::Entry> entries =
+        MaterialSummary::Gather(works, provisionalOnly, progress);
     table->Clear();
     int serial = 0;
     for (const MaterialSummary::Entry& e : entries) {
@@ -108,13 +111,15 @@ void ZbrClGzfQdBusiness::summarise(ConstructionWorks* works, bool provisionalOnl
         progress->setValue(100);
 }
 
-void ZbrClGzfQdBusiness::refresh(ConstructionWorks* works, bool provisionalOnly, ProgressSink* progress)
+void ZbrClGzfQdBusiness::refresh(ConstructionWorks* works, bool provisionalOnly,
+                                 ProgressSink* progress)
 {
     ZbrClGzfQdTable* table = listOf(works);
     if (!table)
         return;
     QHash<QString, MaterialSummary::Entry> byKey;
-    for (const MaterialSummary::Entry& e : MaterialSummary::Gather(works, provisionalOnly, progress)) {
+    for (const MaterialSummary::Entry& e :
+         MaterialSummary::Gather(works, provisionalOnly, progress)) {
         BaseDataItem probe;
         probe.loadValue(3, e.name);
         probe.loadValue(4, e.model);
@@ -154,7 +159,8 @@ void ZbrClGzfQdBusiness::UpdateZbrClGzfQdSLAndTJ(ConstructionWorks* works, Progr
     refresh(works, false, progress);
 }
 
-void ZbrClGzfQdBusiness::UpdateZbrClGzfQdZgjSLAndTJ(ConstructionWorks* works, ProgressSink* progress)
+void ZbrClGzfQdBusiness::UpdateZbrClGzfQdZgjSLAndTJ(ConstructionWorks* works,
+                                                    ProgressSink* progress)
 {
     refresh(works, true, progress);
 }
@@ -164,7 +170,10 @@ int ZbrClGzfQdBusiness::GetTjByzClCount(ConstructionWorks* works)
     int count = 0;
     if (ZbrClGzfQdTable* table = listOf(works))
         for (const BaseDataItem* item : table->items())
-            count += item->getKind() == Material && (inconsistency(item) & MaterialSummary::PriceDiffers) ? 1 : 0;
+            count +=
+                item->getKind() == Material && (inconsistency(item) & MaterialSummary::PriceDiffers)
+                    ? 1
+                    : 0;
     return count;
 }
 
@@ -181,7 +190,8 @@ void ZbrClGzfQdBusiness::SetTjByzClBlock(ConstructionWorks* works)
 {
     if (ZbrClGzfQdTable* table = listOf(works))
         for (BaseDataItem* item : table->items())
-            item->SetBlock(item->getKind() == Material && (inconsistency(item) & MaterialSummary::PriceDiffers));
+            item->SetBlock(item->getKind() == Material &&
+                           (inconsistency(item) & MaterialSummary::PriceDiffers));
 }
 
 QColor ZbrClGzfQdBusiness::GetCellTextColor(ZbrClGzfQdTable* table, int row, int field)

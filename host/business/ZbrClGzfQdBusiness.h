@@ -10,10 +10,13 @@ class ProgressSink;
 class ZbrClGzfQdBusiness : public MaterialListBusiness<ZbrClGzfQdTable>
 {
 public:
-    using MaterialListBusiness::InsertItem;
     using MaterialListBusiness::CheckExistedTotalRow;
+    using MaterialListBusiness::InsertItem;
 
-    static void CalGzfQdTable(ConstructionWorks*, ZbrClGzfQdTable* table) { TableOps::calculateMaterialList(table); }
+    static void CalGzfQdTable(ConstructionWorks*, ZbrClGzfQdTable* table)
+    {
+        TableOps::calculateMaterialList(table);
+    }
     static void CalGzfQdTable(ConstructionWorks* works);
     static void CalculateZbrClItemHJ(BaseDataItem* item);
     // A new material row at index (before the total row at the latest).

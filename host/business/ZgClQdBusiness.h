@@ -8,5 +8,8 @@
 class ZgClQdBusiness : public MaterialListBusiness<ZgjClHzTable>
 {
 public:
-    static void CalculateZgjClHzTable(ConstructionWorks*, ZgjClHzTable* table) { TableOps::calculateMaterialList(table); }
+    static void CalculateZgjClHzTable(ConstructionWorks*, ZgjClHzTable* table)
+    {
+        TableOps::calculateMaterialList(table);
+    }
 };

@@ -49,10 +49,10 @@ void AuditBusiness::CreateRelationByTable(int flags)
             if (!old)
                 m_states[row] = Added;
             else
-                m_states[row] = (cur->rawValues() == old->rawValues()
-                                 && cur->getKind() == old->getKind())
-                                    ? Same
-                                    : Changed;
+                m_states[row] =
+                    (cur->rawValues() == old->rawValues() && cur->getKind() == old->getKind())
+                        ? Same
+                        : Changed;
         }
     }
     emit relationChanged();

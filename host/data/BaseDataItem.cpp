@@ -106,21 +106,36 @@ void BaseDataItem::loadState(int kind, bool block, int height, const QString& no
 QVariant BaseDataItem::stateValue(int pseudoField) const
 {
     switch (pseudoField) {
-    case KindField: return m_kind;
-    case BlockField: return m_block;
-    case HeightField: return int(m_height);
-    case NoteField: return m_note;
-    default: return getValue(pseudoField);
+    case KindField:
+        return m_kind;
+    case BlockField:
+        return m_block;
+    case HeightField:
+        return int(m_height);
+    case NoteField:
+        return m_note;
+    default:
+        return getValue(pseudoField);
     }
 }
 
 void BaseDataItem::restore(int field, const QVariant& value)
 {
     switch (field) {
-    case KindField: m_kind = value.toInt(); break;
-    case BlockField: m_block = value.toBool(); break;
-    case HeightField: m_height = qint16(value.toInt()); break;
-    case NoteField: m_note = value.toString(); break;
-    default: loadValue(field, value); break;
+    case KindField:
+        m_kind = value.toInt();
+        break;
+    case BlockField:
+        m_block = value.toBool();
+        break;
+    case HeightField:
+        m_height = qint16(value.toInt());
+        break;
+    case NoteField:
+        m_note = value.toString();
+        break;
+    default:
+        loadValue(field, value);
+        break;
     }
 }

@@ -12,6 +12,7 @@ void ConstructionWorks::setXtBl(int id, const QVariant& value)
             m_xtBl.remove(id);
     };
     if (getOwner())
-        RURecordControl::GetInstance()->RecordChange([assign, old] { assign(old); }, [assign, value] { assign(value); });
+        RURecordControl::GetInstance()->RecordChange([assign, old] { assign(old); },
+                                                     [assign, value] { assign(value); });
     assign(value);
 }

@@ -19,7 +19,10 @@ public:
     virtual BaseDataItem* CreateItem() const = 0;
 
     int count() const { return m_items.size(); }
-    BaseDataItem* at(int row) const { return row >= 0 && row < m_items.size() ? m_items.at(row) : nullptr; }
+    BaseDataItem* at(int row) const
+    {
+        return row >= 0 && row < m_items.size() ? m_items.at(row) : nullptr;
+    }
     const QList<BaseDataItem*>& items() const { return m_items; }
     int GetItemIndexInOrder(const BaseDataItem* item) const;
 
@@ -45,14 +48,14 @@ private:
 };
 
 // Declares a row class and its table class with a type code.
-#define TARVO_DECLARE_TABLE(ItemClass, TableClass, TypeCode)                                    \
-    class ItemClass : public BaseDataItem                                                      \
-    {                                                                                          \
-    };                                                                                         \
-    class TableClass : public GeneralTableBase                                                 \
-    {                                                                                          \
-    public:                                                                                    \
-        static constexpr int Type = TypeCode;                                                  \
-        explicit TableClass(WorkBaseObject* works = nullptr) : GeneralTableBase(Type, works) {} \
-        BaseDataItem* CreateItem() const override { return new ItemClass; }                    \
+#define TARVO_DECLARE_TABLE(ItemClass, TableClass, TypeCode)                                       \
+    class ItemClass : public BaseDataItem                                                          \
+    {                                                                                              \
+    };                                                                                             \
+    class TableClass : public GeneralTableBase                                                     \
+    {                                                                                              \
+    public:                                                                                        \
+        static constexpr int Type = TypeCode;                                                      \
+        explicit TableClass(WorkBaseObject* works = nullptr) : GeneralTableBase(Type, works) {}    \
+        BaseDataItem* CreateItem() const override { return new ItemClass; }                        \
     };

@@ -1,6 +1,7 @@
 #include "ProTreeNode.h"
 
-ProTreeNode::ProTreeNode(int projectIndex, int id, int type, const QString& name, ProTreeNode* parent)
+ProTreeNode::ProTreeNode(int projectIndex, int id, int type, const QString& name,
+                         ProTreeNode* parent)
     : m_projectIndex(projectIndex), m_id(id), m_type(type), m_name(name), m_parent(parent)
 {
     if (parent)

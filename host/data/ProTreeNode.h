@@ -12,7 +12,8 @@ class ProTreeNode
 public:
     enum Type { WorksNode = 0, SingleProjectNode = 1 };
 
-    ProTreeNode(int projectIndex, int id, int type, const QString& name, ProTreeNode* parent = nullptr);
+    ProTreeNode(int projectIndex, int id, int type, const QString& name,
+                ProTreeNode* parent = nullptr);
     ~ProTreeNode();
     ProTreeNode(const ProTreeNode&) = delete;
     ProTreeNode& operator=(const ProTreeNode&) = delete;

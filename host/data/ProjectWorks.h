@@ -38,7 +38,10 @@ public:
     // The works data of a works node; created on first request for the given version.
     ConstructionWorks* works(int auditVersion, int nodeId) const;
     ConstructionWorks* ensureWorks(int auditVersion, int nodeId);
-    ConstructionWorks* GetConstructionWorksNode() const { return works(0, m_root ? ProTreeNode::Id(m_root.get()) : -1); }
+    ConstructionWorks* GetConstructionWorksNode() const
+    {
+        return works(0, m_root ? ProTreeNode::Id(m_root.get()) : -1);
+    }
 
     bool IsReadOnly() const { return m_readOnly; }
     void SetReadOnly(bool readOnly) { m_readOnly = readOnly; }

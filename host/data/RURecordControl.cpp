@@ -62,7 +62,8 @@ private:
 class OrderChange : public RUChange
 {
 public:
-    OrderChange(GeneralTableBase* table, QList<BaseDataItem*> oldOrder, QList<BaseDataItem*> newOrder)
+    OrderChange(GeneralTableBase* table, QList<BaseDataItem*> oldOrder,
+                QList<BaseDataItem*> newOrder)
         : m_table(table), m_old(std::move(oldOrder)), m_new(std::move(newOrder))
     {
     }
@@ -122,8 +123,7 @@ public:
     }
 
 private:
-    template<typename F>
-    void replay(F f)
+    template <typename F> void replay(F f)
     {
         RURecordControl* control = RURecordControl::GetInstance();
         control->m_replaying = true;

@@ -6,7 +6,9 @@
 class TableBaseObject : public WorkBaseObject
 {
 public:
-    TableBaseObject(int tableType, WorkBaseObject* works) : WorkBaseObject(works), m_type(tableType) {}
+    TableBaseObject(int tableType, WorkBaseObject* works) : WorkBaseObject(works), m_type(tableType)
+    {
+    }
 
     int getTableType() const { return m_type; }
     int getId() const { return m_type; }

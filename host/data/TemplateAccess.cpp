@@ -18,7 +18,8 @@ QString templateName(const QString& path)
 
 } // namespace
 
-bool TemplateAccess::ReadTemplateFile(const QString& path, GeneralTableBase* table, int type, QString* error)
+bool TemplateAccess::ReadTemplateFile(const QString& path, GeneralTableBase* table, int type,
+                                      QString* error)
 {
     auto fail = [&](const QString& reason) {
         if (error)
@@ -49,7 +50,8 @@ bool TemplateAccess::ReadTemplateFile(const QString& path, GeneralTableBase* tab
         }
         const QJsonObject row = value.toObject();
         BaseDataItem* item = table->CreateItem();
-        item->loadState(row.value(QStringLiteral("kind")).toInt(), false, 0, row.value(QStringLiteral("note")).toString());
+        item->loadState(row.value(QStringLiteral("kind")).toInt(), false, 0,
+                        row.value(QStringLiteral("note")).toString());
         const QJsonObject fields = row.value(QStringLiteral("fields")).toObject();
         for (auto it = fields.begin(); it != fields.end(); ++it) {
             bool ok = false;
@@ -68,7 +70,8 @@ bool TemplateAccess::ReadTemplateFile(const QString& path, GeneralTableBase* tab
     return true;
 }
 
-bool TemplateAccess::WriteTemplateFile(const QString& path, const GeneralTableBase* table, int type, QString* error)
+bool TemplateAccess::WriteTemplateFile(const QString& path, const GeneralTableBase* table, int type,
+                                       QString* error)
 {
     QJsonArray rows;
     for (const BaseDataItem* item : table->items()) {
@@ -77,7 +80,8 @@ bool TemplateAccess::WriteTemplateFile(const QString& path, const GeneralTableBa
         for (int f = 0; f < values.size(); ++f)
             if (values.at(f).isValid())
                 fields.insert(QString::number(f), QJsonValue::fromVariant(values.at(f)));
-        QJsonObject row{{QStringLiteral("kind"), item->getKind()}, {QStringLiteral("fields"), fields}};
+        QJsonObject row{{QStringLiteral("kind"), item->getKind()},
+                        {QStringLiteral("fields"), fields}};
         if (!item->getNote().isEmpty())
             row.insert(QStringLiteral("note"), item->getNote());
         rows.append(row);
@@ -87,9 +91,11 @@ bool TemplateAccess::WriteTemplateFile(const QString& path, const GeneralTableBa
                            {QStringLiteral("tableType"), type},
                            {QStringLiteral("rows"), rows}};
     QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(root).toJson()) < 0 || !file.commit()) {
+    if (!file.open(QIODevice::WriteOnly) || file.write(QJsonDocument(root).toJson()) < 0 ||
+        !file.commit()) {
         if (error)
-            *error = QStringLiteral("模板“%1”保存失败：%2").arg(templateName(path), file.errorString());
+            *error =
+                QStringLiteral("模板“%1”保存失败：%2").arg(templateName(path), file.errorString());
         return false;
     }
     return true;

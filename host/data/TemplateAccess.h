@@ -13,7 +13,8 @@ public:
 
     // Reads the file into the table (appending, unjournalled: the table is a temporary one).
     // False with a reason when the file cannot be read, is malformed or is of another list.
-    static bool ReadTemplateFile(const QString& path, GeneralTableBase* table, int type, QString* error = nullptr);
+    static bool ReadTemplateFile(const QString& path, GeneralTableBase* table, int type,
+                                 QString* error = nullptr);
     static bool WriteTemplateFile(const QString& path, const GeneralTableBase* table, int type,
                                   QString* error = nullptr);
 };

@@ -14,8 +14,8 @@ class TenderInventory
 {
 public:
     explicit TenderInventory(WorkBaseObject* works)
-        : m_qtXmQd(works), m_zbrClGzfQd(works), m_lxGzXm(works), m_gfSjQd(works),
-          m_zgjClHz(works), m_sjCqXPsCl(works)
+        : m_qtXmQd(works), m_zbrClGzfQd(works), m_lxGzXm(works), m_gfSjQd(works), m_zgjClHz(works),
+          m_sjCqXPsCl(works)
     {
     }
 

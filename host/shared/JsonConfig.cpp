@@ -15,7 +15,8 @@ QJsonObject ReadJsonConfig(const QString& path)
     QJsonParseError error;
     const QJsonDocument doc = QJsonDocument::fromJson(file.readAll(), &error);
     if (error.error != QJsonParseError::NoError || !doc.isObject()) {
-        qDebug().noquote() << QStringLiteral("配置文件格式错误: %1 (%2)").arg(path, error.errorString());
+        qDebug().noquote()
+            << QStringLiteral("配置文件格式错误: %1 (%2)").arg(path, error.errorString());
         return {};
     }
     return doc.object();

@@ -13,13 +13,15 @@ static QList<ExceptionReport>& reports()
     return list;
 }
 
-void ProcExceptionNew(const std::exception& e, const QString& sourceFile, int line, const QString& tag)
+void ProcExceptionNew(const std::exception& e, const QString& sourceFile, int line,
+                      const QString& tag)
 {
     ExceptionReport report{QString::fromUtf8(e.what()), sourceFile, line, tag};
     reports().append(report);
     if (reports().size() > 200)
         reports().removeFirst();
-    qDebug().noquote() << QStringLiteral("异常: %1 [%2:%3] %4").arg(tag, sourceFile).arg(line).arg(report.what);
+    qDebug().noquote()
+        << QStringLiteral("异常: %1 [%2:%3] %4").arg(tag, sourceFile).arg(line).arg(report.what);
 
     const QString dir = SharedInterface::GetUserDataPath() + QStringLiteral("log");
     QDir().mkpath(dir);

@@ -16,7 +16,8 @@ struct ExceptionReport
 
 // Reports a failure that a module caught: to the debug log and to the log file
 // <application data>/log/exception.log.
-void ProcExceptionNew(const std::exception& e, const QString& sourceFile, int line, const QString& tag);
+void ProcExceptionNew(const std::exception& e, const QString& sourceFile, int line,
+                      const QString& tag);
 
 // The reports of this process, newest last (kept for the log viewer and for tests).
 QList<ExceptionReport> RecentExceptionReports();

@@ -49,7 +49,7 @@ void ProjectSettingHelper::ResetChildrenServiceInfo()
 QColor ProjectSettingHelper::getItemColor(int id) const
 {
     static const QHash<int, QColor> defaults = {
-        {24, QColor(0, 0, 255)},    // text of rows in the block
+        {24, QColor(0, 0, 255)},     // text of rows in the block
         {25, QColor(204, 232, 255)}, // background of rows in the block
     };
     const QJsonObject root =

@@ -15,7 +15,8 @@ class ProjectSettingHelper
 public:
     static ProjectSettingHelper* GetProjectSettingHelper();
 
-    QList<SerContentInfo> GetChildrenServiceInfo(const QString& appName, const QString& serviceName);
+    QList<SerContentInfo> GetChildrenServiceInfo(const QString& appName,
+                                                 const QString& serviceName);
     // Replaces what the configuration says for one service (tests, embedding hosts).
     void SetChildrenServiceInfo(const QString& serviceName, const QList<SerContentInfo>& list);
     void ResetChildrenServiceInfo();

@@ -7,7 +7,8 @@
 QString StaticFileHelper::AquireMenuConfig(const QString& fileName)
 {
     const QString base = SharedInterface::GetAppPath() + QStringLiteral("Config/Menu/");
-    const QString area = ProjectSettingHelper::GetProjectSettingHelper()->GetSetting(QStringLiteral("AreaVer"));
+    const QString area =
+        ProjectSettingHelper::GetProjectSettingHelper()->GetSetting(QStringLiteral("AreaVer"));
     const QString regional = base + area + QLatin1Char('/') + fileName;
     if (!area.isEmpty() && QFileInfo::exists(regional))
         return regional;

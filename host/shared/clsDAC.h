@@ -24,7 +24,8 @@ public:
     bool next() { return ++m_current < m_rows.size(); }
     QVariant value(const QString& column) const
     {
-        return m_current >= 0 && m_current < m_rows.size() ? m_rows.at(m_current).value(column) : QVariant();
+        return m_current >= 0 && m_current < m_rows.size() ? m_rows.at(m_current).value(column)
+                                                           : QVariant();
     }
     int size() const { return m_rows.size(); }
 

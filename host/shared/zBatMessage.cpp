@@ -13,7 +13,8 @@ namespace {
 
 QString defaultBusDir()
 {
-    return QDir(QStandardPaths::writableLocation(QStandardPaths::TempLocation)).filePath(QStringLiteral("tarvo-bus"));
+    return QDir(QStandardPaths::writableLocation(QStandardPaths::TempLocation))
+        .filePath(QStringLiteral("tarvo-bus"));
 }
 
 } // namespace
@@ -21,7 +22,8 @@ QString defaultBusDir()
 zBatMessage* zBatMessage::Instance()
 {
     static zBatMessage* instance =
-        new zBatMessage(QUuid::createUuid().toString(QUuid::WithoutBraces), QString(), QCoreApplication::instance());
+        new zBatMessage(QUuid::createUuid().toString(QUuid::WithoutBraces), QString(),
+                        QCoreApplication::instance());
     return instance;
 }
 

@@ -18,7 +18,8 @@ public:
     static zBatMessage* Instance();
     // A bus endpoint of its own (tests run two in one process); Instance() is the
     // application's.
-    explicit zBatMessage(const QString& appId, const QString& busDir = QString(), QObject* parent = nullptr);
+    explicit zBatMessage(const QString& appId, const QString& busDir = QString(),
+                         QObject* parent = nullptr);
     ~zBatMessage() override;
 
     QString appId() const { return m_appId; }

@@ -52,5 +52,6 @@ QVariant GfQdModel::data(const QModelIndex& index, int role) const
 
 bool GfQdModel::applyEdit(int row, int field, const QVariant& value)
 {
-    return GfQdBusiness::ProcColunmValueChanged(works(), static_cast<GfSjQdTable*>(table()), row, field, value);
+    return GfQdBusiness::ProcColunmValueChanged(works(), static_cast<GfSjQdTable*>(table()), row,
+                                                field, value);
 }

@@ -1,8 +1,8 @@
 #include "GfQdSjWidget.h"
 
 #include "GfQdModel.h"
-#include "common/ContentTemplates.h"
 #include "TarvoGuard.h"
+#include "common/ContentTemplates.h"
 
 #include "AuditBusiness.h"
 #include "Communication.h"
@@ -69,7 +69,8 @@ QStringList GfQdSjWidget::TemplateNames()
 
 void GfQdSjWidget::announceTemplates(const QString& current)
 {
-    MsgExplain::ToChangeMenuItemInfo list{QStringLiteral("模板选择"), 0, 4, QVariant(TemplateNames())};
+    MsgExplain::ToChangeMenuItemInfo list{QStringLiteral("模板选择"), 0, 4,
+                                          QVariant(TemplateNames())};
     Communication::GetInstance()->SendMsg(4, 47, QVariant::fromValue(list));
     MsgExplain::ToChangeMenuItemInfo choice{QStringLiteral("模板选择"), 0, 3, QVariant(current)};
     Communication::GetInstance()->SendMsg(4, 47, QVariant::fromValue(choice));
@@ -86,7 +87,8 @@ void GfQdSjWidget::UpdateCurFeesItemTemp()
         if (config && config->objectType() == ConfigOfConstruction::ObjectType)
             name = config->getItem(5).toString();
         qDebug().noquote() << QStringLiteral("Default Template:") << name;
-        announceTemplates(!name.isEmpty() && QFileInfo::exists(templatePath(name)) ? name : QString());
+        announceTemplates(!name.isEmpty() && QFileInfo::exists(templatePath(name)) ? name
+                                                                                   : QString());
     });
 }
 
@@ -106,8 +108,9 @@ void GfQdSjWidget::CurGfSjTamplateChanged(const QString& name)
     TarvoGuard::run(sourceFile(), __LINE__, tag("CurGfSjTamplateChanged"), [&] {
         GfSjQdTable* list = pageTable();
         GfSjQdTable temporary;
-        if (!list || isLocked()
-            || !ContentTemplates::Read(this, name, HostConstants::GfQdTemplateFileProfix, &temporary, GfSjQdTable::Type))
+        if (!list || isLocked() ||
+            !ContentTemplates::Read(this, name, HostConstants::GfQdTemplateFileProfix, &temporary,
+                                    GfSjQdTable::Type))
             return; // no such template: the list stays as it is
         model()->recorded(8, QStringLiteral("调用内容模板"), [&] {
             GfQdBusiness::ReplaceTableContentFromOther(list, &temporary);
@@ -129,14 +132,14 @@ void GfQdSjWidget::SaveTemplate()
             return;
         GfSjQdTable copy;
         GfQdBusiness::ReplaceTableContentFromOther(&copy, list);
-        const QString name =
-            ContentTemplates::AskAndSave(this, &copy, GfSjQdTable::Type, HostConstants::GfQdTemplateFileProfix);
+        const QString name = ContentTemplates::AskAndSave(this, &copy, GfSjQdTable::Type,
+                                                          HostConstants::GfQdTemplateFileProfix);
         if (name.isEmpty())
             return;
         announceTemplates(name);
         if (works())
-            XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), works()->getAuditId(), works()->getNodeId(),
-                                     SavedTemplateXtBl, name);
+            XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), works()->getAuditId(),
+                                     works()->getNodeId(), SavedTemplateXtBl, name);
     });
 }
 
@@ -163,7 +166,8 @@ void GfQdSjWidget::DeleteCurrentRow(const QString& label)
         if (!item || isLocked())
             return;
         // The row goes whether or not it holds data: undo brings it back.
-        model()->recorded(8, label, [&] { return GfQdBusiness::RemoveItem(works(), pageTable(), item); });
+        model()->recorded(8, label,
+                          [&] { return GfQdBusiness::RemoveItem(works(), pageTable(), item); });
         ChangeDelAndInsAcState(qMin(row, model()->rowCount() - 1));
     });
 }
@@ -173,9 +177,9 @@ void GfQdSjWidget::ClearAllRows()
     TarvoGuard::run(sourceFile(), __LINE__, tag("ClearAllRows"), [&] {
         if (!pageTable() || isLocked())
             return;
-        if (showInformation(this, QStringLiteral("操作提示"), QStringLiteral("你确定清除所有行内容吗"),
-                            QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Question)
-            != QMessageBox::Ok)
+        if (showInformation(
+                this, QStringLiteral("操作提示"), QStringLiteral("你确定清除所有行内容吗"),
+                QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Question) != QMessageBox::Ok)
             return;
         model()->recorded(8, QStringLiteral("清除所有行"), [&] {
             pageTable()->Clear();
@@ -211,10 +215,13 @@ void GfQdSjWidget::showContextMenu(const QPoint& pos)
     QMenu menu(this);
     QMenu* apply = menu.addMenu(QStringLiteral("调用内容模板"));
     for (const QString& name : TemplateNames())
-        connect(apply->addAction(name), &QAction::triggered, this, [this, name] { CurGfSjTamplateChanged(name); });
-    connect(menu.addAction(QStringLiteral("保存内容模板")), &QAction::triggered, this, &GfQdSjWidget::SaveTemplate);
+        connect(apply->addAction(name), &QAction::triggered, this,
+                [this, name] { CurGfSjTamplateChanged(name); });
+    connect(menu.addAction(QStringLiteral("保存内容模板")), &QAction::triggered, this,
+            &GfQdSjWidget::SaveTemplate);
     menu.addSeparator();
-    connect(menu.addAction(QStringLiteral("插入行")), &QAction::triggered, this, &GfQdSjWidget::InsertRow);
+    connect(menu.addAction(QStringLiteral("插入行")), &QAction::triggered, this,
+            &GfQdSjWidget::InsertRow);
     connect(menu.addAction(QStringLiteral("删除当前行")), &QAction::triggered, this,
             [this] { DeleteCurrentRow(QStringLiteral("删除当前行")); });
     const bool locked = isLocked();

@@ -13,4 +13,5 @@ protected:
     BillSjWidget* createSjWidget() override;
     BillSsWidget* createSsWidget() override;
     QString sourceFile() const override { return QStringLiteral("GfQd\\GfQdWidget"); }
-    QString className() const override { return QStringLiteral("GfQdWidget"); }};
+    QString className() const override { return QStringLiteral("GfQdWidget"); }
+};

@@ -27,6 +27,6 @@ bool LxGzXmQdModel::checkEdit(int row, int field, QVariant& value)
 
 bool LxGzXmQdModel::applyEdit(int row, int field, const QVariant& value)
 {
-    return LxGzXmQdJJjbBusiness::ProcColunmValueChanged(works(), static_cast<LxGzXmRgDjQdTable*>(table()), row,
-                                                        field, value);
+    return LxGzXmQdJJjbBusiness::ProcColunmValueChanged(
+        works(), static_cast<LxGzXmRgDjQdTable*>(table()), row, field, value);
 }

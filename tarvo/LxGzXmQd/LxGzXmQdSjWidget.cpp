@@ -17,8 +17,8 @@
 #include <QMenu>
 #include <QSet>
 
-
-LxGzXmQdSjWidget::LxGzXmQdSjWidget(AuditBusiness* audit, QWidget* parent) : BillSjWidget(audit, parent)
+LxGzXmQdSjWidget::LxGzXmQdSjWidget(AuditBusiness* audit, QWidget* parent)
+    : BillSjWidget(audit, parent)
 {
     init(new LxGzXmQdModel(this));
     view()->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -26,13 +26,17 @@ LxGzXmQdSjWidget::LxGzXmQdSjWidget(AuditBusiness* audit, QWidget* parent) : Bill
         QMenu menu(this);
         QMenu* apply = menu.addMenu(QStringLiteral("调用内容模板"));
         for (const QString& name : TemplateNames())
-            connect(apply->addAction(name), &QAction::triggered, this, [this, name] { CurSporadicWorksTempChanged(name); });
-        connect(menu.addAction(QStringLiteral("保存为内容模板")), &QAction::triggered, this, &LxGzXmQdSjWidget::SaveTemplate);
+            connect(apply->addAction(name), &QAction::triggered, this,
+                    [this, name] { CurSporadicWorksTempChanged(name); });
+        connect(menu.addAction(QStringLiteral("保存为内容模板")), &QAction::triggered, this,
+                &LxGzXmQdSjWidget::SaveTemplate);
         menu.addSeparator();
-        connect(menu.addAction(QStringLiteral("插入行")), &QAction::triggered, this, &LxGzXmQdSjWidget::InsertRow);
+        connect(menu.addAction(QStringLiteral("插入行")), &QAction::triggered, this,
+                &LxGzXmQdSjWidget::InsertRow);
         connect(menu.addAction(QStringLiteral("删除当前行")), &QAction::triggered, this,
                 [this] { DeleteCurrentRow(QStringLiteral("删除当前行")); });
-        connect(menu.addAction(QStringLiteral("清除所有行")), &QAction::triggered, this, &LxGzXmQdSjWidget::ClearAllRows);
+        connect(menu.addAction(QStringLiteral("清除所有行")), &QAction::triggered, this,
+                &LxGzXmQdSjWidget::ClearAllRows);
         for (QAction* action : menu.actions())
             action->setEnabled(!isLocked());
         menu.exec(view()->viewport()->mapToGlobal(pos));
@@ -99,12 +103,14 @@ void LxGzXmQdSjWidget::CurSporadicWorksTempChanged(const QString& name)
     TarvoGuard::run(sourceFile(), __LINE__, tag("CurSporadicWorksTempChanged"), [&] {
         ConstructionWorks* unit = works();
         LxGzXmRgDjQdTable temporary;
-        if (!unit || !list() || isLocked() || !DataManagement::getInstance()->GetSJPriceModelConfig(node())
-            || !ContentTemplates::Read(this, name, HostConstants::LxGcXmQdTemplateFileProfix, &temporary,
-                                       LxGzXmRgDjQdTable::Type))
+        if (!unit || !list() || isLocked() ||
+            !DataManagement::getInstance()->GetSJPriceModelConfig(node()) ||
+            !ContentTemplates::Read(this, name, HostConstants::LxGcXmQdTemplateFileProfix,
+                                    &temporary, LxGzXmRgDjQdTable::Type))
             return; // no such template: the table stays as it is
         model()->recorded(8, QStringLiteral("模板选择"), [&] {
-            XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), unit->getAuditId(), unit->getNodeId(), 4, name);
+            XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), unit->getAuditId(),
+                                     unit->getNodeId(), 4, name);
             LxGzXmQdJJjbBusiness::AdjustLxGzXmQdRowType(temporary.items());
             LxGzXmQdJJjbBusiness::ReplaceTableContentFromOther(list(), &temporary);
             LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(unit, list());
@@ -120,7 +126,8 @@ void LxGzXmQdSjWidget::SaveTemplate()
     TarvoGuard::run(sourceFile(), __LINE__, tag("SaveTemplate"), [&] {
         if (!list())
             return;
-        ContentTemplates::AskAndSave(this, list(), LxGzXmRgDjQdTable::Type, HostConstants::LxGcXmQdTemplateFileProfix);
+        ContentTemplates::AskAndSave(this, list(), LxGzXmRgDjQdTable::Type,
+                                     HostConstants::LxGcXmQdTemplateFileProfix);
     });
 }
 
@@ -129,8 +136,9 @@ void LxGzXmQdSjWidget::InsertRow()
     TarvoGuard::run(sourceFile(), __LINE__, tag("InsertRow"), [&] {
         if (!list() || isLocked())
             return;
-        model()->recorded(8, QStringLiteral("插入行"),
-                          [&] { return LxGzXmQdJJjbBusiness::InsertItem(list(), currentRow()) != nullptr; });
+        model()->recorded(8, QStringLiteral("插入行"), [&] {
+            return LxGzXmQdJJjbBusiness::InsertItem(list(), currentRow()) != nullptr;
+        });
     });
 }
 
@@ -141,14 +149,16 @@ void LxGzXmQdSjWidget::DeleteCurrentRow(const QString& label)
         const int row = currentRow();
         if (!list() || isLocked() || row < 0)
             return;
-        model()->recorded(8, label, [&] { return LxGzXmQdJJjbBusiness::RemoveItem(works(), list(), row); });
+        model()->recorded(8, label,
+                          [&] { return LxGzXmQdJJjbBusiness::RemoveItem(works(), list(), row); });
     });
 }
 
 void LxGzXmQdSjWidget::ClearAllRows()
 {
     TarvoGuard::run(sourceFile(), __LINE__, tag("ClearAllRows"), [&] {
-        if (!list() || isLocked() || !showQuestion(this, QStringLiteral("提示"), QStringLiteral("你确定清除所有行内容吗?")))
+        if (!list() || isLocked() ||
+            !showQuestion(this, QStringLiteral("提示"), QStringLiteral("你确定清除所有行内容吗?")))
             return;
         model()->recorded(8, QStringLiteral("清除所有行"), [&] {
             list()->Clear();
@@ -168,12 +178,12 @@ void LxGzXmQdSjWidget::onRibbonCommand(const QVariant& payload)
     const QString command = payload.toString();
     if (command == QStringLiteral("插入行"))
         InsertRow();
-    else if (command == QStringLiteral("招投标-删除行") || command == QStringLiteral("删除当前行")
-             || command == QStringLiteral("删除"))
+    else if (command == QStringLiteral("招投标-删除行") ||
+             command == QStringLiteral("删除当前行") || command == QStringLiteral("删除"))
         DeleteCurrentRow(command);
     else if (command == QStringLiteral("清除所有行"))
         ClearAllRows();
-    else if (command == QStringLiteral("保存为内容模板") || command == QStringLiteral("另存模板")
-             || command == QStringLiteral("保存模板"))
+    else if (command == QStringLiteral("保存为内容模板") || command == QStringLiteral("另存模板") ||
+             command == QStringLiteral("保存模板"))
         SaveTemplate();
 }

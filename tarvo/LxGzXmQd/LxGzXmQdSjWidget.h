@@ -27,7 +27,10 @@ protected:
     QString sourceFile() const override { return QStringLiteral("LxGzXmQd\\LxGzXmQdSjWidget"); }
     QString className() const override { return QStringLiteral("LxGzXmQdSjWidget"); }
     QString listName() const override { return QStringLiteral("零星工作项目人工单价清单"); }
-    QString ribbonFile() const override { return QStringLiteral("XiangMu-LingXingGongZuoXiangMuQingDanJiJiJiaBiao.json"); }
+    QString ribbonFile() const override
+    {
+        return QStringLiteral("XiangMu-LingXingGongZuoXiangMuQingDanJiJiJiaBiao.json");
+    }
     GeneralTableBase* pageTable(ConstructionWorks* works) const override;
     bool canMoveRows(int from, int to) const override;
     bool moveRows(int from, int to) override;

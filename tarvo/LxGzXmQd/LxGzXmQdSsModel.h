@@ -7,5 +7,8 @@ class LxGzXmQdSsModel : public LxGzXmQdModel
 {
     Q_OBJECT
 public:
-    explicit LxGzXmQdSsModel(QObject* parent = nullptr) : LxGzXmQdModel(parent) { setReadOnlyView(true); }
+    explicit LxGzXmQdSsModel(QObject* parent = nullptr) : LxGzXmQdModel(parent)
+    {
+        setReadOnlyView(true);
+    }
 };

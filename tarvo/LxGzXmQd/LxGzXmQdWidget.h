@@ -18,6 +18,7 @@ protected:
     BillSsWidget* createSsWidget() override;
     QString sourceFile() const override { return QStringLiteral("LxGzXmQd\\LxGzXmQdWidget"); }
     QString className() const override { return QStringLiteral("LxGzXmQdWidget"); }
+
 protected:
     // The daywork page keeps the labour-rate query panel beside its grid.
     void InitWidget() override;

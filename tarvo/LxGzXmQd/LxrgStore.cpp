@@ -11,8 +11,7 @@ QString Path()
     return SporadicTableModel::DatabasePath(QStringLiteral("LXRG"));
 }
 
-template<typename F>
-static bool guarded(const char* function, F&& body)
+template <typename F> static bool guarded(const char* function, F&& body)
 {
     const auto log = [function](const QString& text) {
         qDebug().noquote() << QStringLiteral("TLxrgwh") << function << text;

@@ -26,7 +26,8 @@ SporadicTableModel::~SporadicTableModel()
 
 QString SporadicTableModel::DatabasePath(const QString& baseName)
 {
-    return SharedInterface::GetAppPath() + HostConstants::C_Database_Dir + baseName + HostConstants::C_Db_Sqlite_Suffix;
+    return SharedInterface::GetAppPath() + HostConstants::C_Database_Dir + baseName +
+           HostConstants::C_Db_Sqlite_Suffix;
 }
 
 void SporadicTableModel::Load(const QString& dq, const QString& sj)
@@ -37,8 +38,8 @@ void SporadicTableModel::Load(const QString& dq, const QString& sj)
     m_records.clear();
     m_changes.clear();
     if (m_db->openDB(DatabasePath(QStringLiteral("LXRG")))) {
-        const QString sql = QStringLiteral("select * from %1 ").arg(kTable)
-                            + QStringLiteral("where dq='%1' and sj = '%2';").arg(dq, sj);
+        const QString sql = QStringLiteral("select * from %1 ").arg(kTable) +
+                            QStringLiteral("where dq='%1' and sj = '%2';").arg(dq, sj);
         for (const QVariantMap& row : m_db->getMappedObjs(sql)) {
             Record record;
             record.FID = row.value(QStringLiteral("FID")).toInt();
@@ -59,8 +60,9 @@ QStringList SporadicTableModel::StartTimes(const QString& dq)
     QStringList times;
     if (!m_db->openDB(DatabasePath(QStringLiteral("LXRG"))))
         return times;
-    const QString sql = dq.isEmpty() ? QStringLiteral("select distinct sj from %1 ;").arg(kTable)
-                                     : QStringLiteral("select distinct sj from %1 where dq='%2';").arg(kTable, dq);
+    const QString sql =
+        dq.isEmpty() ? QStringLiteral("select distinct sj from %1 ;").arg(kTable)
+                     : QStringLiteral("select distinct sj from %1 where dq='%2';").arg(kTable, dq);
     for (const QVariantMap& row : m_db->getMappedObjs(sql))
         times << row.value(QStringLiteral("sj")).toString();
     m_db->closeDB();
@@ -72,7 +74,8 @@ QStringList SporadicTableModel::Regions()
     QStringList regions;
     if (!m_db->openDB(DatabasePath(QStringLiteral("LXRG"))))
         return regions;
-    for (const QVariantMap& row : m_db->getMappedObjs(QStringLiteral("select distinct dq from %1 order by dq asc;").arg(kTable)))
+    for (const QVariantMap& row : m_db->getMappedObjs(
+             QStringLiteral("select distinct dq from %1 order by dq asc;").arg(kTable)))
         regions << row.value(QStringLiteral("dq")).toString();
     m_db->closeDB();
     return regions;
@@ -90,23 +93,31 @@ int SporadicTableModel::columnCount(const QModelIndex& parent) const
 
 QVariant SporadicTableModel::data(const QModelIndex& index, int role) const
 {
-    if (!index.isValid() || index.row() >= m_records.size() || (role != Qt::DisplayRole && role != Qt::EditRole))
+    if (!index.isValid() || index.row() >= m_records.size() ||
+        (role != Qt::DisplayRole && role != Qt::EditRole))
         return QVariant();
     const Record& r = m_records.at(index.row());
     switch (index.column()) {
-    case 0: return r.gz;
-    case 1: return QString::number(r.dj, 'g', 15);
-    case 2: return r.bz;
-    case 3: return r.dq;
-    case 4: return r.sj;
-    default: return QVariant();
+    case 0:
+        return r.gz;
+    case 1:
+        return QString::number(r.dj, 'g', 15);
+    case 2:
+        return r.bz;
+    case 3:
+        return r.dq;
+    case 4:
+        return r.sj;
+    default:
+        return QVariant();
     }
 }
 
 QVariant SporadicTableModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    static const QStringList titles = {QStringLiteral("工种"), QStringLiteral("单价"), QStringLiteral("备注"),
-                                       QStringLiteral("所在地区"), QStringLiteral("开始执行时间")};
+    static const QStringList titles = {QStringLiteral("工种"), QStringLiteral("单价"),
+                                       QStringLiteral("备注"), QStringLiteral("所在地区"),
+                                       QStringLiteral("开始执行时间")};
     if (orientation == Qt::Horizontal && role == Qt::DisplayRole)
         return titles.value(section);
     return QAbstractTableModel::headerData(section, orientation, role);
@@ -114,7 +125,8 @@ QVariant SporadicTableModel::headerData(int section, Qt::Orientation orientation
 
 Qt::ItemFlags SporadicTableModel::flags(const QModelIndex& index) const
 {
-    return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsEditable : Qt::NoItemFlags;
+    return index.isValid() ? Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsEditable
+                           : Qt::NoItemFlags;
 }
 
 bool SporadicTableModel::setData(const QModelIndex& index, const QVariant& value, int role)
@@ -123,12 +135,23 @@ bool SporadicTableModel::setData(const QModelIndex& index, const QVariant& value
         return false;
     Record& r = m_records[index.row()];
     switch (index.column()) {
-    case 0: r.gz = value.toString(); break;
-    case 1: r.dj = value.toString().toDouble(); break;
-    case 2: r.bz = value.toString(); break;
-    case 3: r.dq = value.toString(); break;
-    case 4: r.sj = value.toString(); break;
-    default: return false;
+    case 0:
+        r.gz = value.toString();
+        break;
+    case 1:
+        r.dj = value.toString().toDouble();
+        break;
+    case 2:
+        r.bz = value.toString();
+        break;
+    case 3:
+        r.dq = value.toString();
+        break;
+    case 4:
+        r.sj = value.toString();
+        break;
+    default:
+        return false;
     }
     m_changes.append({Update, r}); // every edit is its own update
     emit dataChanged(index, index, {Qt::EditRole});
@@ -139,8 +162,8 @@ int SporadicTableModel::newId()
 {
     int id = 0;
     if (m_db->openDB(DatabasePath(QStringLiteral("MASTER")))) {
-        const QList<QVariantMap> rows =
-            m_db->getMappedObjs(QStringLiteral("select max(FID)+%1 as newId  from %2;").arg(m_insertCount).arg(kTable));
+        const QList<QVariantMap> rows = m_db->getMappedObjs(
+            QStringLiteral("select max(FID)+%1 as newId  from %2;").arg(m_insertCount).arg(kTable));
         if (!rows.isEmpty())
             id = rows.first().value(QStringLiteral("newId")).toInt();
         m_db->closeDB();
@@ -185,13 +208,16 @@ QString SporadicTableModel::StatementOf(const Change& change)
     switch (change.operation) {
     case Insert:
         // The keyword is written "insert info", as the store's save has always done.
-        return QStringLiteral("insert info %1 (FID, dq, sj, gz, dj, bz) values( '%2', '%3', '%4', '%5', '%6', '%7');")
-            .arg(kTable, QString::number(r.FID), r.dq, r.sj, r.gz, QStringLiteral("%1").arg(r.dj, 0, 'g', -1), r.bz);
+        return QStringLiteral("insert info %1 (FID, dq, sj, gz, dj, bz) values( '%2', '%3', '%4', "
+                              "'%5', '%6', '%7');")
+            .arg(kTable, QString::number(r.FID), r.dq, r.sj, r.gz,
+                 QStringLiteral("%1").arg(r.dj, 0, 'g', -1), r.bz);
     case Delete:
         return QStringLiteral("delete from %1 where FID=%2;").arg(kTable, QString::number(r.FID));
     default:
         return QStringLiteral("update %1 set gz='%2', dj=%3, bz='%4' where FID=%5;")
-            .arg(kTable, r.gz, QStringLiteral("%1").arg(r.dj, 0, 'g', -1), r.bz, QString::number(r.FID));
+            .arg(kTable, r.gz, QStringLiteral("%1").arg(r.dj, 0, 'g', -1), r.bz,
+                 QString::number(r.FID));
     }
 }
 

@@ -42,7 +42,8 @@ uint datePart(const QString& text, const QString& unit)
 
 } // namespace
 
-SporadicWorksWidget::SporadicWorksWidget(QWidget* parent) : QWidget(parent), m_model(new SporadicTableModel(this))
+SporadicWorksWidget::SporadicWorksWidget(QWidget* parent)
+    : QWidget(parent), m_model(new SporadicTableModel(this))
 {
     setObjectName(QStringLiteral("sporadicWorksWidget"));
     auto* layout = new QVBoxLayout(this);
@@ -77,8 +78,9 @@ SporadicWorksWidget::SporadicWorksWidget(QWidget* parent) : QWidget(parent), m_m
     m_text = new QTextBrowser(describe);
     m_text->setObjectName(QStringLiteral("textBrowser"));
     m_text->setMaximumHeight(64);
-    m_text->setHtml(QStringLiteral("<p style='color:#5a6b7d'>选择地区与开始执行时间后，选中清单中的行，双击单价或点“选用”"
-                                   "即可把该工种的人工单价写入所选行。单价可在此直接维护并“保存”。</p>"));
+    m_text->setHtml(QStringLiteral(
+        "<p style='color:#5a6b7d'>选择地区与开始执行时间后，选中清单中的行，双击单价或点“选用”"
+        "即可把该工种的人工单价写入所选行。单价可在此直接维护并“保存”。</p>"));
     describeLayout->addWidget(m_text);
     layout->addWidget(describe);
 
@@ -100,12 +102,15 @@ SporadicWorksWidget::SporadicWorksWidget(QWidget* parent) : QWidget(parent), m_m
         QString text;
         const char* icon;
         void (SporadicWorksWidget::*slot)();
-    } commands[] = {{"selectBtn", QStringLiteral("选用"), ":/Image/Home/XuanYong-1.svg", &SporadicWorksWidget::on_selectBtn_clicked},
-                 {"saveBtn", QStringLiteral("保存"), nullptr, &SporadicWorksWidget::on_saveBtn_clicked},
-                 {"GiveUpBtn", QStringLiteral("放弃"), nullptr, &SporadicWorksWidget::on_GiveUpBtn_clicked},
-                 {"addBtn", QStringLiteral("添加"), nullptr, &SporadicWorksWidget::on_addBtn_clicked},
-                 {"delBtn", QStringLiteral("删除"), nullptr, &SporadicWorksWidget::on_delBtn_clicked},
-                 {"editBtn", QStringLiteral("编辑"), ":/Image/Home/BianJi-1.svg", &SporadicWorksWidget::on_editBtn_clicked}};
+    } commands[] = {
+        {"selectBtn", QStringLiteral("选用"), ":/Image/Home/XuanYong-1.svg",
+         &SporadicWorksWidget::on_selectBtn_clicked},
+        {"saveBtn", QStringLiteral("保存"), nullptr, &SporadicWorksWidget::on_saveBtn_clicked},
+        {"GiveUpBtn", QStringLiteral("放弃"), nullptr, &SporadicWorksWidget::on_GiveUpBtn_clicked},
+        {"addBtn", QStringLiteral("添加"), nullptr, &SporadicWorksWidget::on_addBtn_clicked},
+        {"delBtn", QStringLiteral("删除"), nullptr, &SporadicWorksWidget::on_delBtn_clicked},
+        {"editBtn", QStringLiteral("编辑"), ":/Image/Home/BianJi-1.svg",
+         &SporadicWorksWidget::on_editBtn_clicked}};
     for (const auto& command : commands) {
         auto* button = new QPushButton(command.text, buttons);
         button->setObjectName(QString::fromLatin1(command.name));
@@ -119,7 +124,8 @@ SporadicWorksWidget::SporadicWorksWidget(QWidget* parent) : QWidget(parent), m_m
     static_cast<QVBoxLayout*>(buttons->layout())->addLayout(row);
     layout->addWidget(buttons);
 
-    connect(m_location, &QComboBox::currentTextChanged, this, &SporadicWorksWidget::slotLocationTextChanged);
+    connect(m_location, &QComboBox::currentTextChanged, this,
+            &SporadicWorksWidget::slotLocationTextChanged);
     connectTimeBox(true);
     connect(m_table, &QTableView::doubleClicked, this, &SporadicWorksWidget::doubleClickedSLot);
     // Other instances tell of changes to the store through the application's message bus.
@@ -158,7 +164,8 @@ QStringList SporadicWorksWidget::SortTimes(QStringList times)
         return std::make_tuple(datePart(t, QStringLiteral("年")), datePart(t, QStringLiteral("月")),
                                datePart(t, QStringLiteral("日")));
     };
-    std::sort(times.begin(), times.end(), [&](const QString& a, const QString& b) { return key(a) > key(b); });
+    std::sort(times.begin(), times.end(),
+              [&](const QString& a, const QString& b) { return key(a) > key(b); });
     return times;
 }
 
@@ -175,7 +182,8 @@ void SporadicWorksWidget::UpdateLocationCBox()
 void SporadicWorksWidget::slotLocationTextChanged(const QString& text)
 {
     Q_UNUSED(text)
-    TarvoGuard::run(kSource, __LINE__, tagOf("slotLocationTextChanged"), [&] { slotUpdateStartTimeCBox(); });
+    TarvoGuard::run(kSource, __LINE__, tagOf("slotLocationTextChanged"),
+                    [&] { slotUpdateStartTimeCBox(); });
 }
 
 void SporadicWorksWidget::slotUpdateStartTimeCBox()
@@ -228,7 +236,8 @@ void SporadicWorksWidget::slotServiceNotify(const QByteArray message)
         const QJsonObject json = QJsonDocument::fromJson(message).object();
         if (json.value(QStringLiteral("cmd")).toString() != QStringLiteral("NotifyLxRgDbChange"))
             return;
-        const QString from = json.value(QStringLiteral("data")).toObject().value(QStringLiteral("appId")).toString();
+        const QString from =
+            json.value(QStringLiteral("data")).toObject().value(QStringLiteral("appId")).toString();
         const QString own = QCoreApplication::instance()->property("AppId").toString();
         if (from != own)
             Reload(); // another instance changed the store
@@ -255,7 +264,8 @@ void SporadicWorksWidget::doubleClickedSLot(const QModelIndex& index)
 
 void SporadicWorksWidget::on_saveBtn_clicked()
 {
-    TarvoGuard::run(kSource, __LINE__, tagOf("on_saveBtn_clicked"), [&] { m_model->slotSaveModifyRecord(); });
+    TarvoGuard::run(kSource, __LINE__, tagOf("on_saveBtn_clicked"),
+                    [&] { m_model->slotSaveModifyRecord(); });
 }
 
 void SporadicWorksWidget::on_GiveUpBtn_clicked()
@@ -291,10 +301,13 @@ void SporadicWorksWidget::on_editBtn_clicked()
         if (zTitleModal::ShowModal(&dialog) == 0)
             return;
         Reload();
-        QJsonObject data{{QStringLiteral("appId"), QCoreApplication::instance()->property("AppId").toString()}};
-        QJsonObject message{{QStringLiteral("cmd"), QStringLiteral("NotifyLxRgDbChange")}, {QStringLiteral("data"), data}};
+        QJsonObject data{
+            {QStringLiteral("appId"), QCoreApplication::instance()->property("AppId").toString()}};
+        QJsonObject message{{QStringLiteral("cmd"), QStringLiteral("NotifyLxRgDbChange")},
+                            {QStringLiteral("data"), data}};
         const qint64 bus = QCoreApplication::instance()->property("BatUtil").toLongLong();
-        zBatMessage* messenger = bus ? reinterpret_cast<zBatMessage*>(quintptr(bus)) : zBatMessage::Instance();
+        zBatMessage* messenger =
+            bus ? reinterpret_cast<zBatMessage*>(quintptr(bus)) : zBatMessage::Instance();
         messenger->SendAsyn(message);
     });
 }

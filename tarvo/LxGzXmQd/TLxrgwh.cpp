@@ -17,8 +17,8 @@
 #include <QVBoxLayout>
 
 TLxrgwh::TLxrgwh(const QString& dq, const QString& sj, QWidget* parent)
-    : QDialog(parent), m_dq(new QComboBox(this)), m_sj(new QComboBox(this)), m_grid(new QTableView(this)),
-      m_model(new QStandardItemModel(0, 3, this))
+    : QDialog(parent), m_dq(new QComboBox(this)), m_sj(new QComboBox(this)),
+      m_grid(new QTableView(this)), m_model(new QStandardItemModel(0, 3, this))
 {
     setObjectName(QStringLiteral("TLxrgwh"));
     setWindowTitle(QStringLiteral("零星人工维护"));
@@ -29,7 +29,8 @@ TLxrgwh::TLxrgwh(const QString& dq, const QString& sj, QWidget* parent)
     condition->addWidget(new QLabel(QStringLiteral("开始执行时间"), this));
     condition->addWidget(m_sj);
     layout->addLayout(condition);
-    m_model->setHorizontalHeaderLabels({QStringLiteral("工种"), QStringLiteral("单价"), QStringLiteral("备注")});
+    m_model->setHorizontalHeaderLabels(
+        {QStringLiteral("工种"), QStringLiteral("单价"), QStringLiteral("备注")});
     m_grid->setModel(m_model);
     m_grid->setFont(QFont(QStringLiteral("SimSun"), 9));
     m_grid->horizontalHeader()->setStretchLastSection(true);
@@ -106,7 +107,8 @@ void TLxrgwh::setCurrentRow(int row)
 void TLxrgwh::loadComboxDq()
 {
     m_dq->clear();
-    DBM::clsDACResult result = LxrgStore::Query(QStringLiteral("select distinct dq from lxrg order by dq asc"), "loadComboxDq");
+    DBM::clsDACResult result = LxrgStore::Query(
+        QStringLiteral("select distinct dq from lxrg order by dq asc"), "loadComboxDq");
     while (result.next())
         m_dq->addItem(result.value(QStringLiteral("dq")).toString());
 }
@@ -114,7 +116,8 @@ void TLxrgwh::loadComboxDq()
 void TLxrgwh::loadComboxSj()
 {
     m_sj->clear();
-    DBM::clsDACResult result = LxrgStore::Query(QStringLiteral("select distinct sj from lxrg order by sj desc"), "loadComboxSj");
+    DBM::clsDACResult result = LxrgStore::Query(
+        QStringLiteral("select distinct sj from lxrg order by sj desc"), "loadComboxSj");
     while (result.next()) {
         const QString sj = result.value(QStringLiteral("sj")).toString();
         m_sj->addItem(sj, sj); // the shown text carries the region's mark
@@ -124,15 +127,16 @@ void TLxrgwh::loadComboxSj()
 void TLxrgwh::slotFindDq(const QString& dq)
 {
     // The times this region has are marked "√", the others two blanks.
-    DBM::clsDACResult result =
-        LxrgStore::Query(QStringLiteral("SELECT sj FROM lxrg WHERE dq = '%1' GROUP BY sj;").arg(dq), "slotFindDq");
+    DBM::clsDACResult result = LxrgStore::Query(
+        QStringLiteral("SELECT sj FROM lxrg WHERE dq = '%1' GROUP BY sj;").arg(dq), "slotFindDq");
     QStringList times;
     while (result.next())
         times << result.value(QStringLiteral("sj")).toString();
     const QString typed = currentTime();
     for (int i = 0; i < m_sj->count(); ++i) {
         const QString sj = m_sj->itemData(i).toString();
-        m_sj->setItemText(i, (times.contains(sj) ? QStringLiteral("√") : QStringLiteral("  ")) + sj);
+        m_sj->setItemText(i,
+                          (times.contains(sj) ? QStringLiteral("√") : QStringLiteral("  ")) + sj);
     }
     if (m_sj->findData(typed) < 0)
         m_sj->setCurrentText(typed);
@@ -144,8 +148,9 @@ void TLxrgwh::findData(const QString& dq, const QString& sj)
     m_filling = true;
     m_rows.clear();
     m_model->removeRows(0, m_model->rowCount());
-    DBM::clsDACResult result =
-        LxrgStore::Query(QStringLiteral("SELECT * FROM lxrg WHERE sj = '%1' AND dq = '%2';").arg(sj, dq), "findData");
+    DBM::clsDACResult result = LxrgStore::Query(
+        QStringLiteral("SELECT * FROM lxrg WHERE sj = '%1' AND dq = '%2';").arg(sj, dq),
+        "findData");
     while (result.next()) {
         TLxrgwhBean bean;
         bean.SetDataGz(result.value(QStringLiteral("gz")).toString());
@@ -153,7 +158,8 @@ void TLxrgwh::findData(const QString& dq, const QString& sj)
         bean.SetRemarke(result.value(QStringLiteral("bz")).toString());
         bean.SetFID(result.value(QStringLiteral("FID")).toString());
         m_rows << bean;
-        m_model->appendRow({new QStandardItem(bean.GetDataGz()), new QStandardItem(bean.GetDataDj()),
+        m_model->appendRow({new QStandardItem(bean.GetDataGz()),
+                            new QStandardItem(bean.GetDataDj()),
                             new QStandardItem(bean.GetRemarke())});
     }
     m_filling = false;
@@ -162,7 +168,8 @@ void TLxrgwh::findData(const QString& dq, const QString& sj)
 QStringList TLxrgwh::comboxBzData()
 {
     QStringList remarks;
-    DBM::clsDACResult result = LxrgStore::Query(QStringLiteral("select distinct bz from lxrg order by bz"), "comboxBzData");
+    DBM::clsDACResult result = LxrgStore::Query(
+        QStringLiteral("select distinct bz from lxrg order by bz"), "comboxBzData");
     while (result.next())
         remarks << result.value(QStringLiteral("bz")).toString();
     return remarks;
@@ -180,11 +187,14 @@ void TLxrgwh::slotAddRow()
             return;
         }
         const TLxrgwhBean& from = m_rows.at(row);
-        LxrgStore::Exec(QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz, bz, dj) VALUES(null, '%1', '%2', '%3', '%4', '%5')")
+        LxrgStore::Exec(QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz, bz, dj) VALUES(null, "
+                                       "'%1', '%2', '%3', '%4', '%5')")
                             .arg(dq, sj, gz, from.GetRemarke(), from.GetDataDj()),
                         "slotAddRow");
     } else {
-        LxrgStore::Exec(QStringLiteral("INSERT INTO lxrg(FID, dq, sj) VALUES(null, '%1', '%2')").arg(dq, sj), "slotAddRow");
+        LxrgStore::Exec(
+            QStringLiteral("INSERT INTO lxrg(FID, dq, sj) VALUES(null, '%1', '%2')").arg(dq, sj),
+            "slotAddRow");
     }
     findData(dq, sj);
 }
@@ -192,9 +202,11 @@ void TLxrgwh::slotAddRow()
 void TLxrgwh::slotDeleteRow()
 {
     const int row = currentRow();
-    if (row < 0 || !showQuestion(this, QStringLiteral("提示"), QStringLiteral("确定删除当前行吗？")))
+    if (row < 0 ||
+        !showQuestion(this, QStringLiteral("提示"), QStringLiteral("确定删除当前行吗？")))
         return;
-    LxrgStore::Exec(QStringLiteral("delete from lxrg where fid = %1").arg(m_rows.at(row).GetFID()), "slotDeleteRow");
+    LxrgStore::Exec(QStringLiteral("delete from lxrg where fid = %1").arg(m_rows.at(row).GetFID()),
+                    "slotDeleteRow");
     findData(currentRegion(), currentTime());
 }
 
@@ -211,7 +223,8 @@ void TLxrgwh::slotCopyData(const QStringList& regions)
     for (const QString& dq : regions)
         for (const TLxrgwhBean& row : std::as_const(m_rows))
             // The price goes in with one leading blank, as the store has always kept copies.
-            LxrgStore::Exec(QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz, dj, bz) VALUES(null, '%1', '%2', '%3',' %4', '%5')")
+            LxrgStore::Exec(QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz, dj, bz) VALUES(null, "
+                                           "'%1', '%2', '%3',' %4', '%5')")
                                 .arg(dq, sj, row.GetDataGz(), row.GetDataDj(), row.GetRemarke()),
                             "slotCopyData");
     showInformation(this, QStringLiteral("提示"), QStringLiteral("复用成功"));
@@ -233,12 +246,14 @@ void TLxrgwh::slotAddGzwhData(const QString& gz)
         }
     const int row = currentRow();
     if (row >= 0)
-        LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET gz = '%1' WHERE fid = '%2'").arg(gz, m_rows.at(row).GetFID()),
+        LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET gz = '%1' WHERE fid = '%2'")
+                            .arg(gz, m_rows.at(row).GetFID()),
                         "slotAddGzwhData");
     else
-        LxrgStore::Exec(QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz) VALUES(null, '%1', '%2', '%3')")
-                            .arg(currentRegion(), currentTime(), gz),
-                        "slotAddGzwhData");
+        LxrgStore::Exec(
+            QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz) VALUES(null, '%1', '%2', '%3')")
+                .arg(currentRegion(), currentTime(), gz),
+            "slotAddGzwhData");
     findData(currentRegion(), currentTime());
 }
 
@@ -250,19 +265,24 @@ void TLxrgwh::slotGetGzData(int row, const QString& gz)
             findData(currentRegion(), currentTime());
             return;
         }
-    LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET gz = '%1' WHERE fid = '%2'").arg(gz, m_rows.at(row).GetFID()), "slotGetGzData");
+    LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET gz = '%1' WHERE fid = '%2'")
+                        .arg(gz, m_rows.at(row).GetFID()),
+                    "slotGetGzData");
     m_rows[row].SetDataGz(gz);
 }
 
 void TLxrgwh::slotGetBzData(int row, const QString& bz)
 {
-    LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET bz = '%1' WHERE fid = '%2'").arg(bz, m_rows.at(row).GetFID()), "slotGetBzData");
+    LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET bz = '%1' WHERE fid = '%2'")
+                        .arg(bz, m_rows.at(row).GetFID()),
+                    "slotGetBzData");
     m_rows[row].SetRemarke(bz);
 }
 
 void TLxrgwh::slotSaveDate(const QString& field, const QString& value, const QString& fid)
 {
-    LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET ") + field + QStringLiteral(" = '%1' WHERE fid = '%2'").arg(value, fid),
+    LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET ") + field +
+                        QStringLiteral(" = '%1' WHERE fid = '%2'").arg(value, fid),
                     "slotSaveDate");
 }
 

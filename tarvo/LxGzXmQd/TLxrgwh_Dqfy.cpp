@@ -10,21 +10,25 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-TLxrgwh_Dqfy::TLxrgwh_Dqfy(const QString& sj, QWidget* parent) : QDialog(parent), m_list(new QListWidget(this))
+TLxrgwh_Dqfy::TLxrgwh_Dqfy(const QString& sj, QWidget* parent)
+    : QDialog(parent), m_list(new QListWidget(this))
 {
     setObjectName(QStringLiteral("TLxrgwh_Dqfy"));
     setWindowTitle(QStringLiteral("地区复用"));
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new QLabel(QStringLiteral("复用地区选择："), this));
     SkinManager* skin = SkinManager::getInstance();
-    m_list->setStyleSheet(QStringLiteral("QListWidget{background-color:%2; border:1px solid #C9C9C9;gridline-color:%4;"
-                                         "font-size:%1px;selection-background-color:%4;selection-color: %3;}")
-                              .arg(12)
-                              .arg(skin->getVXColor(QStringLiteral("ListBackground"), QColor(255, 255, 255)).name(),
-                                   skin->getVXColor(QStringLiteral("SelectedRowTextColor"), QColor(0, 0, 0)).name(),
-                                   skin->getVXColor(QStringLiteral("SelectedRowBackground"), QColor(205, 232, 255)).name()));
-    DBM::clsDACResult result =
-        LxrgStore::Query(QStringLiteral("SELECT dq FROM lxrg WHERE sj = '%1' GROUP BY dq").arg(sj), "TLxrgwh_Dqfy");
+    m_list->setStyleSheet(
+        QStringLiteral(
+            "QListWidget{background-color:%2; border:1px solid #C9C9C9;gridline-color:%4;"
+            "font-size:%1px;selection-background-color:%4;selection-color: %3;}")
+            .arg(12)
+            .arg(skin->getVXColor(QStringLiteral("ListBackground"), QColor(255, 255, 255)).name(),
+                 skin->getVXColor(QStringLiteral("SelectedRowTextColor"), QColor(0, 0, 0)).name(),
+                 skin->getVXColor(QStringLiteral("SelectedRowBackground"), QColor(205, 232, 255))
+                     .name()));
+    DBM::clsDACResult result = LxrgStore::Query(
+        QStringLiteral("SELECT dq FROM lxrg WHERE sj = '%1' GROUP BY dq").arg(sj), "TLxrgwh_Dqfy");
     while (result.next()) {
         auto* item = new QListWidgetItem(result.value(QStringLiteral("dq")).toString(), m_list);
         item->setFlags(item->flags() | Qt::ItemIsUserCheckable);

@@ -28,8 +28,8 @@ TLxrgwh_Gzwh::TLxrgwh_Gzwh(QWidget* parent) : QDialog(parent), m_table(new QTabl
     auto* middle = new QHBoxLayout;
     middle->addWidget(m_table, 1);
     auto* order = new QVBoxLayout;
-    const char* const icons[] = {":/Image/svg/moveup.svg", ":/Image/svg/movedown.svg", ":/Image/svg/zd.svg",
-                                 ":/Image/svg/zw.svg"};
+    const char* const icons[] = {":/Image/svg/moveup.svg", ":/Image/svg/movedown.svg",
+                                 ":/Image/svg/zd.svg", ":/Image/svg/zw.svg"};
     for (int how = 0; how < 4; ++how) {
         auto* button = new QToolButton(this);
         button->setIcon(QIcon(QString::fromLatin1(icons[how])));
@@ -70,8 +70,8 @@ void TLxrgwh_Gzwh::load()
         TLxrgwhBean bean;
         bean.SetDat(name);
         bean.SetXh(QString::number(++xh));
-        const DBM::clsDACResult used =
-            LxrgStore::Query(QStringLiteral("SELECT * FROM lxrg WHERE gz = '%1';").arg(name), "TLxrgwh_Gzwh::load");
+        const DBM::clsDACResult used = LxrgStore::Query(
+            QStringLiteral("SELECT * FROM lxrg WHERE gz = '%1';").arg(name), "TLxrgwh_Gzwh::load");
         bean.SetSfsy(used.size() > 0 ? QStringLiteral("√") : QStringLiteral("未使用"));
         m_trades << bean;
     }

@@ -3,7 +3,8 @@
 #include <QLabel>
 #include <QPushButton>
 
-TLxrgwh_Gzwh_Xg::TLxrgwh_Gzwh_Xg(const QStringList& existing, QWidget* parent) : TLxrgwh_Gzwh_Add(existing, parent)
+TLxrgwh_Gzwh_Xg::TLxrgwh_Gzwh_Xg(const QStringList& existing, QWidget* parent)
+    : TLxrgwh_Gzwh_Add(existing, parent)
 {
     setObjectName(QStringLiteral("TLxrgwh_Gzwh_Xg"));
     setWindowTitle(QStringLiteral("修改工种"));

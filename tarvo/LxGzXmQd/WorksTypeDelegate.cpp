@@ -6,7 +6,8 @@
 #include <QDebug>
 #include <QFontMetrics>
 
-QWidget* WorksTypeDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const
+QWidget* WorksTypeDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                                         const QModelIndex&) const
 {
     auto* combo = new QComboBox(parent);
     combo->setEditable(true);
@@ -15,8 +16,8 @@ QWidget* WorksTypeDelegate::createEditor(QWidget* parent, const QStyleOptionView
     int width = 0;
     for (const QString& trade : WorksTypeList::Shared())
         width = qMax(width, combo->fontMetrics().horizontalAdvance(trade));
-    combo->view()->setStyleSheet(QStringLiteral("QAbstractItemView{min-width:") + QString::number(width + 24)
-                                 + QStringLiteral("px;}"));
+    combo->view()->setStyleSheet(QStringLiteral("QAbstractItemView{min-width:") +
+                                 QString::number(width + 24) + QStringLiteral("px;}"));
     auto* self = const_cast<WorksTypeDelegate*>(this);
     connect(self, &QAbstractItemDelegate::closeEditor, combo, [self, combo](QWidget* editor) {
         if (editor == combo)

@@ -9,7 +9,8 @@
 
 QString WorksTypeList::FilePath()
 {
-    return SharedInterface::GetAppPath() + HostConstants::GCSZDir + HostConstants::WorksTypeFilePath;
+    return SharedInterface::GetAppPath() + HostConstants::GCSZDir +
+           HostConstants::WorksTypeFilePath;
 }
 
 QStringList WorksTypeList::Read()

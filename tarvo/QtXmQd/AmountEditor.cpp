@@ -25,7 +25,8 @@ QString AmountEditor::displayText(const QString& formula) const
         return QString();
     double result = 0;
     QString error;
-    if (!VXParseAlg::getInstance()->ExpCalc(formula, FyBlBusiness::GetInstance()->variables(m_works), result, error))
+    if (!VXParseAlg::getInstance()->ExpCalc(
+            formula, FyBlBusiness::GetInstance()->variables(m_works), result, error))
         return QString();
     return m_works->getJfszTable()->TotalFloatFormatToStr(result, -1);
 }
@@ -41,7 +42,8 @@ void AmountEditor::setEditorData(QWidget* editor, const QModelIndex& index)
     edit->setText(displayText(m_formula));
 }
 
-void AmountEditor::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index)
+void AmountEditor::setModelData(QWidget* editor, QAbstractItemModel* model,
+                                const QModelIndex& index)
 {
     // The formula is only ever changed in the dialog; writing back an unchanged one would
     // only check it again.

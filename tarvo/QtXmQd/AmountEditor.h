@@ -16,7 +16,8 @@ public:
 
     QWidget* createEditorWidget(QWidget* parent) override;
     void setEditorData(QWidget* editor, const QModelIndex& index) override;
-    void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) override;
+    void setModelData(QWidget* editor, QAbstractItemModel* model,
+                      const QModelIndex& index) override;
 
     QString formula() const { return m_formula; }
     void setSuppress(bool suppress) { m_suppress = suppress; }

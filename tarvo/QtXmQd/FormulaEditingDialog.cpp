@@ -50,23 +50,26 @@ bool splitRate(const QString& text, QString& number, int& unit)
 
 const QList<int>& FormulaEditingDialog::ProjectVariablePositions()
 {
-    static const QList<int> positions = QList<int>{161, 208, 164, 165, 204, 205} + range(29, 40) + range(43, 55)
-                                        + QList<int>{169, 179, 202, 181, 114, 115, 200, 111, 116, 117};
+    static const QList<int> positions =
+        QList<int>{161, 208, 164, 165, 204, 205} + range(29, 40) + range(43, 55) +
+        QList<int>{169, 179, 202, 181, 114, 115, 200, 111, 116, 117};
     return positions;
 }
 
 const QList<int>& FormulaEditingDialog::OtherVariablePositions()
 {
     static const QList<int> positions =
-        QList<int>{187, 188, 60, 189, 190, 62} + range(191, 194) + QList<int>{65, 118} + range(195, 199)
-        + range(119, 126) + QList<int>{128, 209, 206, 207, 130, 131} + range(110, 113) + QList<int>{94, 95, 185}
-        + range(96, 101) + QList<int>{107, 109, 186, 103, 201, 105, 137, 139, 140, 143, 144, 145};
+        QList<int>{187, 188, 60, 189, 190, 62} + range(191, 194) + QList<int>{65, 118} +
+        range(195, 199) + range(119, 126) + QList<int>{128, 209, 206, 207, 130, 131} +
+        range(110, 113) + QList<int>{94, 95, 185} + range(96, 101) +
+        QList<int>{107, 109, 186, 103, 201, 105, 137, 139, 140, 143, 144, 145};
     return positions;
 }
 
 FormulaEditingDialog::FormulaEditingDialog(QWidget* parent, bool isVAT)
-    : QDialog(parent), m_isVAT(isVAT), m_formula(new QPlainTextEdit(this)), m_projectMenu(new zBaseMenu(QString(), this)),
-      m_otherMenu(new zBaseMenu(QString(), this)), m_deCdFl(new zBaseLineEdit(this)), m_deCdFlUnit(new QComboBox(this)),
+    : QDialog(parent), m_isVAT(isVAT), m_formula(new QPlainTextEdit(this)),
+      m_projectMenu(new zBaseMenu(QString(), this)), m_otherMenu(new zBaseMenu(QString(), this)),
+      m_deCdFl(new zBaseLineEdit(this)), m_deCdFlUnit(new QComboBox(this)),
       m_sjFl(new zBaseLineEdit(this)), m_sjFlUnit(new QComboBox(this))
 {
     setObjectName(QStringLiteral("FormulaEditingDialog"));
@@ -83,11 +86,12 @@ FormulaEditingDialog::FormulaEditingDialog(QWidget* parent, bool isVAT)
         tools->addWidget(button);
     }
     tools->addStretch();
-    for (const QString& op : {QStringLiteral("+"), QStringLiteral("-"), QStringLiteral("*"), QStringLiteral("/"),
-                              QStringLiteral("("), QStringLiteral(")")}) {
+    for (const QString& op : {QStringLiteral("+"), QStringLiteral("-"), QStringLiteral("*"),
+                              QStringLiteral("/"), QStringLiteral("("), QStringLiteral(")")}) {
         auto* button = new zBaseButton(op, this);
         button->setFixedWidth(32);
-        connect(button, &QPushButton::clicked, this, [this, button] { insertText(button->text()); });
+        connect(button, &QPushButton::clicked, this,
+                [this, button] { insertText(button->text()); });
         tools->addWidget(button);
     }
     layout->addLayout(tools);
@@ -109,8 +113,11 @@ FormulaEditingDialog::FormulaEditingDialog(QWidget* parent, bool isVAT)
     auto* note = new QLabel(this);
     note->setObjectName(QStringLiteral("说明"));
     note->setWordWrap(true);
-    note->setText(m_isVAT ? QStringLiteral("说明：公式可引用工程数据变量与其他数据变量，本工程按一般计税方法计税。")
-                          : QStringLiteral("说明：公式可引用工程数据变量与其他数据变量，本工程按简易计税方法计税。"));
+    note->setText(
+        m_isVAT ? QStringLiteral(
+                      "说明：公式可引用工程数据变量与其他数据变量，本工程按一般计税方法计税。")
+                : QStringLiteral(
+                      "说明：公式可引用工程数据变量与其他数据变量，本工程按简易计税方法计税。"));
     layout->addWidget(note);
 
     auto* buttons = new QHBoxLayout;
@@ -148,8 +155,8 @@ void FormulaEditingDialog::buildMenus()
         if (position >= 1 && position <= names.size())
             addItem(m_projectMenu, names.at(position - 1));
 
-    const QStringList groups = {QStringLiteral("分部分项"), QStringLiteral("措施项目"), QStringLiteral("其他项目"),
-                                QStringLiteral("签证索赔项目")};
+    const QStringList groups = {QStringLiteral("分部分项"), QStringLiteral("措施项目"),
+                                QStringLiteral("其他项目"), QStringLiteral("签证索赔项目")};
     QList<zBaseMenu*> groupMenus;
     for (const QString& group : groups) {
         auto* menu = new zBaseMenu(group, m_otherMenu);
@@ -190,7 +197,8 @@ void FormulaEditingDialog::LoadRates(ProTreeNode* node)
     } else {
         m_sjFl->setText(tax);
     }
-    const double quota = FyBlBusiness::GetInstance()->GetSJFyBlValue(node, FyBlBusiness::QuotaFeeRateId);
+    const double quota =
+        FyBlBusiness::GetInstance()->GetSJFyBlValue(node, FyBlBusiness::QuotaFeeRateId);
     static const QRegularExpression zeros(QStringLiteral("0+$"));
     static const QRegularExpression point(QStringLiteral("\\.$"));
     m_deCdFlUnit->setCurrentIndex(0);
@@ -214,7 +222,8 @@ void FormulaEditingDialog::slotExtractRates()
             m_deCdFl->setText(number);
         }
     } else {
-        showInformation(this, QStringLiteral("提示"), QStringLiteral("没有找到工程定额测定费费率定义数据"));
+        showInformation(this, QStringLiteral("提示"),
+                        QStringLiteral("没有找到工程定额测定费费率定义数据"));
     }
     if (XmBjHzbBusiness::GetSjFl(project, audit, id, text)) {
         // ...and is taken as it stands here.
@@ -232,7 +241,9 @@ bool FormulaEditingDialog::checkFormula()
     const QString formula = SharedInterface::ReplaceFormulaItem(m_formula->toPlainText());
     m_formula->setPlainText(formula);
     QStringList names = FyBlBusiness::FeeVariableNames();
-    names += FyBlBusiness::GetInstance()->variables(DataManagement::getInstance()->GetContructWorks(m_node)).keys();
+    names += FyBlBusiness::GetInstance()
+                 ->variables(DataManagement::getInstance()->GetContructWorks(m_node))
+                 .keys();
     QString error;
     if (VXParseAlg::getInstance()->CheckExpressionEx(formula, names, error))
         return true;

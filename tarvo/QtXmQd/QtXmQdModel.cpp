@@ -2,18 +2,21 @@
 
 #include "AmountEditor.h"
 #include "QtXmQdJJjbBusiness.h"
-#include "XmBjHzbBusiness.h"
 #include "SkinManager.h"
+#include "XmBjHzbBusiness.h"
 
 #include "QtXmQdHzTable.h"
 
 #include <QColor>
 #include <QFont>
 
-QtXmQdModel::QtXmQdModel(QObject* parent) : BillModel(parent), m_amountEditor(new AmountEditor(this))
+QtXmQdModel::QtXmQdModel(QObject* parent)
+    : BillModel(parent), m_amountEditor(new AmountEditor(this))
 {
-    connect(m_amountEditor, &AmountEditor::signalEditFinished, this, &QtXmQdModel::signalFormulaEditFinished);
-    connect(m_amountEditor, &AmountEditor::signalToEditFormula, this, &QtXmQdModel::slotToEditFormula);
+    connect(m_amountEditor, &AmountEditor::signalEditFinished, this,
+            &QtXmQdModel::signalFormulaEditFinished);
+    connect(m_amountEditor, &AmountEditor::signalToEditFormula, this,
+            &QtXmQdModel::slotToEditFormula);
 }
 
 void QtXmQdModel::slotToEditFormula(QString formula)
@@ -70,10 +73,11 @@ QVariant QtXmQdModel::data(const QModelIndex& index, int role) const
         return AlignLeftCentre;
     case Qt::BackgroundRole:
         if (kind == QtXmQdJJjbBusiness::SubTotal)
-            return SkinManager::getInstance()->getVXColor(QStringLiteral("FeeTableRateAttributesLine"),
-                                                          QColor(255, 236, 255));
+            return SkinManager::getInstance()->getVXColor(
+                QStringLiteral("FeeTableRateAttributesLine"), QColor(255, 236, 255));
         if (calculation && field == AmountField)
-            return SkinManager::getInstance()->getVXColor(QStringLiteral("FeiLvEmptyColor"), QColor(217, 217, 217));
+            return SkinManager::getInstance()->getVXColor(QStringLiteral("FeiLvEmptyColor"),
+                                                          QColor(217, 217, 217));
         return BillModel::data(index, role);
     case Qt::FontRole:
         return QFont(QStringLiteral("SimSun"), 9);
@@ -107,7 +111,8 @@ bool QtXmQdModel::ToggleCalculateRow(int row)
     if (!item || isFixedRow(item))
         return false;
     const bool set = item->getKind() != QtXmQdJJjbBusiness::Calculation;
-    return recorded(8, modifyLabel(), [&] { return QtXmQdJJjbBusiness::SetAsCalculateRow(works(), row, set); });
+    return recorded(8, modifyLabel(),
+                    [&] { return QtXmQdJJjbBusiness::SetAsCalculateRow(works(), row, set); });
 }
 
 bool QtXmQdModel::ToggleSubTotalRow(int row)
@@ -116,5 +121,6 @@ bool QtXmQdModel::ToggleSubTotalRow(int row)
     if (!item || isFixedRow(item))
         return false;
     const bool set = item->getKind() != QtXmQdJJjbBusiness::SubTotal;
-    return recorded(8, modifyLabel(), [&] { return QtXmQdJJjbBusiness::SetAsSubTotalRow(works(), row, set); });
+    return recorded(8, modifyLabel(),
+                    [&] { return QtXmQdJJjbBusiness::SetAsSubTotalRow(works(), row, set); });
 }

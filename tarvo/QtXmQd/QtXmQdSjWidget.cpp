@@ -2,8 +2,8 @@
 
 #include "FormulaEditingDialog.h"
 #include "QtXmQdModel.h"
-#include "common/ContentTemplates.h"
 #include "TarvoGuard.h"
+#include "common/ContentTemplates.h"
 
 #include "AuditBusiness.h"
 #include "Communication.h"
@@ -13,12 +13,12 @@
 #include "HostConstants.h"
 #include "JsMsBusiness.h"
 #include "MsgExplain.h"
+#include "QtXmQdJJjbBusiness.h"
 #include "XmBjHzbBusiness.h"
 #include "XtBlBusiness.h"
-#include "zTitleModal.h"
-#include "QtXmQdJJjbBusiness.h"
 #include "zMessageBox.h"
 #include "zTableView.h"
+#include "zTitleModal.h"
 
 #include <QAction>
 #include <QDebug>
@@ -31,17 +31,20 @@ QtXmQdSjWidget::QtXmQdSjWidget(AuditBusiness* audit, QWidget* parent)
     : BillSjWidget(audit, parent), m_acInsert(new QAction(QStringLiteral("插入行"), this)),
       m_acDelete(new QAction(QStringLiteral("删除当前行"), this)),
       m_acClear(new QAction(QStringLiteral("清除所有行"), this)), m_acSubTotal(new QAction(this)),
-      m_acCalculation(new QAction(this)), m_acFormula(new QAction(QStringLiteral("编辑公式"), this)),
+      m_acCalculation(new QAction(this)),
+      m_acFormula(new QAction(QStringLiteral("编辑公式"), this)),
       m_acExtract(new QAction(QStringLiteral("提取零星工作项目费"), this))
 {
     init(new QtXmQdModel(this));
     connect(m_acInsert, &QAction::triggered, this, &QtXmQdSjWidget::InsertRow);
-    connect(m_acDelete, &QAction::triggered, this, [this] { DeleteCurrentRow(m_acDelete->text()); });
+    connect(m_acDelete, &QAction::triggered, this,
+            [this] { DeleteCurrentRow(m_acDelete->text()); });
     connect(m_acClear, &QAction::triggered, this, &QtXmQdSjWidget::ClearAllRows);
     connect(m_acSubTotal, &QAction::triggered, this, &QtXmQdSjWidget::slotAcSetToSubTotal);
     connect(m_acCalculation, &QAction::triggered, this, &QtXmQdSjWidget::slotAcSetToCalculation);
     connect(m_acFormula, &QAction::triggered, this, [this] { EditFormula(currentRow()); });
-    connect(m_acExtract, &QAction::triggered, this, &QtXmQdSjWidget::slotAcExtractSporadicWorkItemFees);
+    connect(m_acExtract, &QAction::triggered, this,
+            &QtXmQdSjWidget::slotAcExtractSporadicWorkItemFees);
     connect(static_cast<QtXmQdModel*>(model()), &QtXmQdModel::signalEditFormulaRequested, this,
             [this](int row, const QString&) {
                 // Out of the editor's event handling before the dialog runs.
@@ -84,10 +87,12 @@ QList<QAction*> QtXmQdSjWidget::contextActions()
 {
     const BaseDataItem* item = pageTable() ? pageTable()->at(currentRow()) : nullptr;
     const int kind = item ? item->getKind() : -1;
-    m_acSubTotal->setText(kind == QtXmQdJJjbBusiness::SubTotal ? QStringLiteral("取消当前行\"小计\"属性")
-                                                               : QStringLiteral("置当前行\"小计\"属性"));
-    m_acCalculation->setText(kind == QtXmQdJJjbBusiness::Calculation ? QStringLiteral("取消当前行\"计算\"属性")
-                                                                     : QStringLiteral("置当前行\"计算\"属性"));
+    m_acSubTotal->setText(kind == QtXmQdJJjbBusiness::SubTotal
+                              ? QStringLiteral("取消当前行\"小计\"属性")
+                              : QStringLiteral("置当前行\"小计\"属性"));
+    m_acCalculation->setText(kind == QtXmQdJJjbBusiness::Calculation
+                                 ? QStringLiteral("取消当前行\"计算\"属性")
+                                 : QStringLiteral("置当前行\"计算\"属性"));
     const bool editable = item && !isLocked() && kind != QtXmQdJJjbBusiness::Total;
     m_acSubTotal->setEnabled(editable);
     m_acCalculation->setEnabled(editable);
@@ -98,7 +103,8 @@ QList<QAction*> QtXmQdSjWidget::contextActions()
     m_acClear->setEnabled(writable);
     m_acFormula->setEnabled(editable);
     m_acExtract->setEnabled(writable);
-    return {m_acInsert, m_acDelete, m_acClear, m_acSubTotal, m_acCalculation, m_acFormula, m_acExtract};
+    return {m_acInsert,      m_acDelete,  m_acClear,  m_acSubTotal,
+            m_acCalculation, m_acFormula, m_acExtract};
 }
 
 void QtXmQdSjWidget::InsertRow()
@@ -107,8 +113,9 @@ void QtXmQdSjWidget::InsertRow()
         if (!pageTable() || isLocked())
             return;
         const int row = currentRow() < 0 ? pageTable()->count() : currentRow();
-        model()->recorded(8, QStringLiteral("插入行"),
-                          [&] { return QtXmQdJJjbBusiness::InsertCustomItem(works(), pageTable(), row); });
+        model()->recorded(8, QStringLiteral("插入行"), [&] {
+            return QtXmQdJJjbBusiness::InsertCustomItem(works(), pageTable(), row);
+        });
         ChangeDelAndInsAcState(currentRow());
     });
 }
@@ -120,9 +127,11 @@ void QtXmQdSjWidget::DeleteCurrentRow(const QString& label)
         const int row = currentRow();
         BaseDataItem* item = pageTable() ? pageTable()->at(row) : nullptr;
         BaseDataItem* total = nullptr;
-        if (!item || isLocked() || (QtXmQdJJjbBusiness::CheckExistedTotalRow(pageTable(), &total) && item == total))
+        if (!item || isLocked() ||
+            (QtXmQdJJjbBusiness::CheckExistedTotalRow(pageTable(), &total) && item == total))
             return; // the total row stays
-        model()->recorded(8, label, [&] { return QtXmQdJJjbBusiness::RemoveItem(works(), pageTable(), row); });
+        model()->recorded(
+            8, label, [&] { return QtXmQdJJjbBusiness::RemoveItem(works(), pageTable(), row); });
         ChangeDelAndInsAcState(currentRow());
     });
 }
@@ -131,7 +140,8 @@ void QtXmQdSjWidget::ClearAllRows()
 {
     TarvoGuard::run(sourceFile(), __LINE__, tag("ClearAllRows"), [&] {
         qDebug().noquote() << sourceFile() << __LINE__ << QStringLiteral("ClearAllRows");
-        if (!showQuestion(this, QStringLiteral("操作提示"), QStringLiteral("你确定清除所有行内容吗?")))
+        if (!showQuestion(this, QStringLiteral("操作提示"),
+                          QStringLiteral("你确定清除所有行内容吗?")))
             return;
         QtXmQdHzTable* list = pageTable();
         if (!list || isLocked())
@@ -155,16 +165,14 @@ void QtXmQdSjWidget::ClearAllRows()
 
 void QtXmQdSjWidget::slotAcSetToCalculation()
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("slotAcSetToCalculation"), [&] {
-        static_cast<QtXmQdModel*>(model())->ToggleCalculateRow(currentRow());
-    });
+    TarvoGuard::run(sourceFile(), __LINE__, tag("slotAcSetToCalculation"),
+                    [&] { static_cast<QtXmQdModel*>(model())->ToggleCalculateRow(currentRow()); });
 }
 
 void QtXmQdSjWidget::slotAcSetToSubTotal()
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("slotAcSetToSubTotal"), [&] {
-        static_cast<QtXmQdModel*>(model())->ToggleSubTotalRow(currentRow());
-    });
+    TarvoGuard::run(sourceFile(), __LINE__, tag("slotAcSetToSubTotal"),
+                    [&] { static_cast<QtXmQdModel*>(model())->ToggleSubTotalRow(currentRow()); });
 }
 
 void QtXmQdSjWidget::onRibbonCommand(const QVariant& payload)
@@ -203,7 +211,8 @@ void QtXmQdSjWidget::onNodeLoaded()
 
 QString QtXmQdSjWidget::AmountReminderText()
 {
-    return QStringLiteral("注意：如果此处录入或计算产生的金额不包含在单位工程造价中（如材料(工程设备)暂估价已计入综合单价），"
+    return QStringLiteral("注意：如果此处录入或计算产生的金额不包含在单位工程造价中（如材料("
+                          "工程设备)暂估价已计入综合单价），"
                           "请不要在此计列，以免重复计算。");
 }
 
@@ -227,7 +236,8 @@ void QtXmQdSjWidget::EditFormula(int row)
         const int projectIndex = ProTreeNode::ProjectIndex(node());
         FormulaEditingDialog dialog(Communication::GetInstance()->GetMainWindow(),
                                     JsMsBusiness::IsVATProject(unit->getOwner()));
-        dialog.LoadRates(DataManagement::getInstance()->GetProTreeNodeByLocalId(projectIndex, unit->getNodeId()));
+        dialog.LoadRates(DataManagement::getInstance()->GetProTreeNodeByLocalId(projectIndex,
+                                                                                unit->getNodeId()));
         const QString before = XmBjHzbBusiness::GetPureFormulaFromJss(item->getValue(3).toString());
         dialog.SetFormula(before);
         if (zTitleModal::ShowModal(&dialog) != 0 || row < 0)
@@ -238,12 +248,16 @@ void QtXmQdSjWidget::EditFormula(int row)
             const int nodeId = unit->getNodeId();
             FyBlBusiness* fyBl = FyBlBusiness::GetInstance();
             const QString tax = dialog.GetSjFlText();
-            if (tax != XtBlBusiness::GetXtBlValue(unit->getProjectWorksId(), audit, nodeId, 10).toString()) {
+            if (tax != XtBlBusiness::GetXtBlValue(unit->getProjectWorksId(), audit, nodeId, 10)
+                           .toString()) {
                 XtBlBusiness::ChangeXtBl(projectIndex, audit, nodeId, 10, tax);
-                fyBl->ChangeFyBl(projectIndex, audit, nodeId, FyBlBusiness::TaxRateId, dialog.GetSjFl());
+                fyBl->ChangeFyBl(projectIndex, audit, nodeId, FyBlBusiness::TaxRateId,
+                                 dialog.GetSjFl());
             }
-            if (std::fabs(dialog.GetDeCdFl() - fyBl->GetFyBlValueById(unit, FyBlBusiness::QuotaFeeRateId)) > 1e-6)
-                fyBl->ChangeFyBl(projectIndex, audit, nodeId, FyBlBusiness::QuotaFeeRateId, dialog.GetDeCdFl());
+            if (std::fabs(dialog.GetDeCdFl() -
+                          fyBl->GetFyBlValueById(unit, FyBlBusiness::QuotaFeeRateId)) > 1e-6)
+                fyBl->ChangeFyBl(projectIndex, audit, nodeId, FyBlBusiness::QuotaFeeRateId,
+                                 dialog.GetDeCdFl());
             return QtXmQdJJjbBusiness::ProcColunmValueChanged(unit, pageTable(), row, 3, formula);
         });
         if (formula != before)
@@ -272,12 +286,14 @@ void QtXmQdSjWidget::CurQtXmQdTemplateChanged(const QString& name)
     TarvoGuard::run(sourceFile(), __LINE__, tag("CurQtXmQdTemplateChanged"), [&] {
         QtXmQdHzTable* list = pageTable();
         QtXmQdHzTable temporary;
-        if (!list || isLocked()
-            || !ContentTemplates::Read(this, name, HostConstants::QtXmQdTemplateFileProfix, &temporary, QtXmQdHzTable::Type))
+        if (!list || isLocked() ||
+            !ContentTemplates::Read(this, name, HostConstants::QtXmQdTemplateFileProfix, &temporary,
+                                    QtXmQdHzTable::Type))
             return; // no such template: the list stays as it is
         model()->recorded(8, QStringLiteral("模板选择"), [&] {
             ConstructionWorks* unit = works();
-            XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), unit->getAuditId(), unit->getNodeId(), 2, name);
+            XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), unit->getAuditId(),
+                                     unit->getNodeId(), 2, name);
             QtXmQdJJjbBusiness::AdjustQtXmQdRowType(&temporary);
             QtXmQdJJjbBusiness::ReplaceTableContentFromOther(list, &temporary);
             QtXmQdJJjbBusiness::ExtractSporadicWorkItemFees(unit);

@@ -33,7 +33,10 @@ protected:
     QString sourceFile() const override { return QStringLiteral("QtXmQd\\QtXmQdSjWidget"); }
     QString className() const override { return QStringLiteral("QtXmQdSjWidget"); }
     QString listName() const override { return QStringLiteral("其他项目清单"); }
-    QString ribbonFile() const override { return QStringLiteral("XiangMu-QiTaXiangMuQingDanJiJiJiaBiao.json"); }
+    QString ribbonFile() const override
+    {
+        return QStringLiteral("XiangMu-QiTaXiangMuQingDanJiJiJiaBiao.json");
+    }
     GeneralTableBase* pageTable(ConstructionWorks* works) const override;
     int totalKind() const override { return 4; }
     bool canMoveRows(int from, int to) const override;

@@ -7,5 +7,8 @@ class QtXmQdSsModel : public QtXmQdModel
 {
     Q_OBJECT
 public:
-    explicit QtXmQdSsModel(QObject* parent = nullptr) : QtXmQdModel(parent) { setReadOnlyView(true); }
+    explicit QtXmQdSsModel(QObject* parent = nullptr) : QtXmQdModel(parent)
+    {
+        setReadOnlyView(true);
+    }
 };

@@ -13,4 +13,5 @@ protected:
     BillSjWidget* createSjWidget() override;
     BillSsWidget* createSsWidget() override;
     QString sourceFile() const override { return QStringLiteral("QtXmQd\\QtXmQdWidget"); }
-    QString className() const override { return QStringLiteral("QtXmQdWidget"); }};
+    QString className() const override { return QStringLiteral("QtXmQdWidget"); }
+};

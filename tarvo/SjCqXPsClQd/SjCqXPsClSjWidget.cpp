@@ -6,7 +6,8 @@
 
 #include "ConstructionWorks.h"
 
-SjCqXPsClSjWidget::SjCqXPsClSjWidget(AuditBusiness* audit, QWidget* parent) : BillSjWidget(audit, parent)
+SjCqXPsClSjWidget::SjCqXPsClSjWidget(AuditBusiness* audit, QWidget* parent)
+    : BillSjWidget(audit, parent)
 {
     init(new SjCqXPsClModel(this));
 }

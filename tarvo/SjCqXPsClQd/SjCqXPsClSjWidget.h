@@ -15,7 +15,10 @@ protected:
     QString sourceFile() const override { return QStringLiteral("SjCqXPsClQd\\SjCqXPsClSjWidget"); }
     QString className() const override { return QStringLiteral("SjCqXPsClSjWidget"); }
     QString listName() const override { return QStringLiteral("需评审的材料清单"); }
-    QString ribbonFile() const override { return QStringLiteral("XiangMu-XuPingShenCaiLiaoQingDan.json"); }
+    QString ribbonFile() const override
+    {
+        return QStringLiteral("XiangMu-XuPingShenCaiLiaoQingDan.json");
+    }
     GeneralTableBase* pageTable(ConstructionWorks* works) const override;
     int totalKind() const override { return 2; }
     bool canMoveRows(int from, int to) const override;

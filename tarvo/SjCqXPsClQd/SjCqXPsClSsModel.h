@@ -7,5 +7,8 @@ class SjCqXPsClSsModel : public SjCqXPsClModel
 {
     Q_OBJECT
 public:
-    explicit SjCqXPsClSsModel(QObject* parent = nullptr) : SjCqXPsClModel(parent) { setReadOnlyView(true); }
+    explicit SjCqXPsClSsModel(QObject* parent = nullptr) : SjCqXPsClModel(parent)
+    {
+        setReadOnlyView(true);
+    }
 };

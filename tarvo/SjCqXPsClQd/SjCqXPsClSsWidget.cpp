@@ -4,7 +4,8 @@
 
 #include "ConstructionWorks.h"
 
-SjCqXPsClSsWidget::SjCqXPsClSsWidget(AuditBusiness* audit, QWidget* parent) : BillSsWidget(audit, parent)
+SjCqXPsClSsWidget::SjCqXPsClSsWidget(AuditBusiness* audit, QWidget* parent)
+    : BillSsWidget(audit, parent)
 {
     init(new SjCqXPsClSsModel(this), QStringLiteral("需评审的材料清单"));
 }

@@ -13,4 +13,5 @@ protected:
     BillSjWidget* createSjWidget() override;
     BillSsWidget* createSsWidget() override;
     QString sourceFile() const override { return QStringLiteral("SjCqXPsClQd\\SjCqXPsClWidget"); }
-    QString className() const override { return QStringLiteral("SjCqXPsClWidget"); }};
+    QString className() const override { return QStringLiteral("SjCqXPsClWidget"); }
+};

@@ -1,9 +1,9 @@
 #include "ZbrClGzfQdSjWidget.h"
 
+#include "PopupDialog/SummarySelectionDialog.h"
 #include "ZbrClGzfQdModel.h"
 #include "common/RowsCountInputDialog.h"
 #include "common/TarvoGuard.h"
-#include "PopupDialog/SummarySelectionDialog.h"
 
 #include "AuditBusiness.h"
 #include "Communication.h"
@@ -11,8 +11,8 @@
 #include "MenuBarManager.h"
 #include "ProjectWorks.h"
 #include "RURecordControl.h"
-#include "VXProgressBar.h"
 #include "TableOps.h"
+#include "VXProgressBar.h"
 #include "ZbrClGzfQdBusiness.h"
 #include "zMessageBox.h"
 #include "zTableView.h"
@@ -44,22 +44,26 @@ double realKey(const BaseDataItem* item, int field)
 
 } // namespace
 
-ZbrClGzfQdSjWidget::ZbrClGzfQdSjWidget(AuditBusiness* audit, QWidget* parent) : BillSjWidget(audit, parent)
+ZbrClGzfQdSjWidget::ZbrClGzfQdSjWidget(AuditBusiness* audit, QWidget* parent)
+    : BillSjWidget(audit, parent)
 {
     init(new ZbrClGzfQdModel(this));
     buildMenus();
     view()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(view(), &QWidget::customContextMenuRequested, this,
             [this](const QPoint& pos) { m_context->exec(view()->viewport()->mapToGlobal(pos)); });
-    connect(view()->verticalHeader(), &QHeaderView::sectionDoubleClicked, this, &ZbrClGzfQdSjWidget::ClearQuestionMark);
+    connect(view()->verticalHeader(), &QHeaderView::sectionDoubleClicked, this,
+            &ZbrClGzfQdSjWidget::ClearQuestionMark);
 
     // The explanation of the cell colours, under the grid.
     auto* legend = new QLabel(this);
     legend->setObjectName(QStringLiteral("legend"));
     legend->setTextFormat(Qt::RichText);
-    legend->setText(QStringLiteral("说明：颜色配置方案：<span style='background:#ffd6d6'>背景表示各单位工程暂估属性设置不一致</span>；"
-                                   "<span style='color:#dc0000'>前景表示各单位工程调价不一致</span>；"
-                                   "<span style='background:#fff2b8'>背景表示各单位工程产地等不一致</span>"));
+    legend->setText(
+        QStringLiteral("说明：颜色配置方案：<span "
+                       "style='background:#ffd6d6'>背景表示各单位工程暂估属性设置不一致</span>；"
+                       "<span style='color:#dc0000'>前景表示各单位工程调价不一致</span>；"
+                       "<span style='background:#fff2b8'>背景表示各单位工程产地等不一致</span>"));
     legend->setStyleSheet(QStringLiteral("QLabel { padding: 3px 6px; color: #34495e; }"));
     static_cast<QGridLayout*>(layout())->addWidget(legend, 1, 0);
 }
@@ -113,24 +117,35 @@ void ZbrClGzfQdSjWidget::buildMenus()
     const QKeySequence none;
     // Block commands, shared by the context menu and the ribbon's "招投标-块选".
     auto* block = new QMenu(QStringLiteral("块定义"), this);
-    block->addAction(makeAction(QStringLiteral("全选"), QKeySequence(Qt::Key_F4), &ZbrClGzfQdSjWidget::SelectAll));
-    block->addAction(makeAction(QStringLiteral("定义块首"), QKeySequence(Qt::Key_F5), &ZbrClGzfQdSjWidget::DefineBlockHead));
-    block->addAction(makeAction(QStringLiteral("定义块尾"), QKeySequence(Qt::Key_F6), &ZbrClGzfQdSjWidget::DefineBlockTail));
+    block->addAction(makeAction(QStringLiteral("全选"), QKeySequence(Qt::Key_F4),
+                                &ZbrClGzfQdSjWidget::SelectAll));
+    block->addAction(makeAction(QStringLiteral("定义块首"), QKeySequence(Qt::Key_F5),
+                                &ZbrClGzfQdSjWidget::DefineBlockHead));
+    block->addAction(makeAction(QStringLiteral("定义块尾"), QKeySequence(Qt::Key_F6),
+                                &ZbrClGzfQdSjWidget::DefineBlockTail));
     // Both carry Ctrl+Left, as the host's other grids do.
-    QAction* select = makeAction(QStringLiteral("选中当前行"), QKeySequence(QStringLiteral("Ctrl+Left")), nullptr);
+    QAction* select = makeAction(QStringLiteral("选中当前行"),
+                                 QKeySequence(QStringLiteral("Ctrl+Left")), nullptr);
     connect(select, &QAction::triggered, this, [this] { SetCurrentRowInBlock(true); });
-    QAction* deselect = makeAction(QStringLiteral("不选中当前行"), QKeySequence(QStringLiteral("Ctrl+Left")), nullptr);
+    QAction* deselect = makeAction(QStringLiteral("不选中当前行"),
+                                   QKeySequence(QStringLiteral("Ctrl+Left")), nullptr);
     connect(deselect, &QAction::triggered, this, [this] { SetCurrentRowInBlock(false); });
     block->addAction(select);
     block->addAction(deselect);
-    block->addAction(makeAction(QStringLiteral("取消块定义"), QKeySequence(Qt::Key_F7), &ZbrClGzfQdSjWidget::CancelBlock));
-    block->addAction(makeAction(QStringLiteral("反向选择"), none, &ZbrClGzfQdSjWidget::InvertBlock));
+    block->addAction(makeAction(QStringLiteral("取消块定义"), QKeySequence(Qt::Key_F7),
+                                &ZbrClGzfQdSjWidget::CancelBlock));
+    block->addAction(
+        makeAction(QStringLiteral("反向选择"), none, &ZbrClGzfQdSjWidget::InvertBlock));
 
     m_context = new QMenu(this);
-    m_context->addAction(makeAction(QStringLiteral("汇总工程所有材料"), none, &ZbrClGzfQdSjWidget::slotAcHzZgCl));
-    m_context->addAction(makeAction(QStringLiteral("刷新材料价格、数量、金额"), none, &ZbrClGzfQdSjWidget::slotAcSxZgCl));
-    m_context->addAction(makeAction(QStringLiteral("清除问号标记"), none, &ZbrClGzfQdSjWidget::slotAcQcWh));
-    m_context->addAction(makeAction(QStringLiteral("重新生成材料序号"), none, &ZbrClGzfQdSjWidget::RegenerateSerials));
+    m_context->addAction(
+        makeAction(QStringLiteral("汇总工程所有材料"), none, &ZbrClGzfQdSjWidget::slotAcHzZgCl));
+    m_context->addAction(makeAction(QStringLiteral("刷新材料价格、数量、金额"), none,
+                                    &ZbrClGzfQdSjWidget::slotAcSxZgCl));
+    m_context->addAction(
+        makeAction(QStringLiteral("清除问号标记"), none, &ZbrClGzfQdSjWidget::slotAcQcWh));
+    m_context->addAction(makeAction(QStringLiteral("重新生成材料序号"), none,
+                                    &ZbrClGzfQdSjWidget::RegenerateSerials));
     m_context->addSeparator();
     m_context->addMenu(block);
     QAction* insert = makeAction(QStringLiteral("插入行"), QKeySequence(Qt::Key_Insert), nullptr);
@@ -139,8 +154,10 @@ void ZbrClGzfQdSjWidget::buildMenus()
     connect(append, &QAction::triggered, this, [this] { InsertRow(true); });
     m_context->addAction(insert);
     m_context->addAction(append);
-    m_context->addAction(makeAction(QStringLiteral("删除"), QKeySequence(Qt::Key_Delete), &ZbrClGzfQdSjWidget::DeleteRowsOrBlock));
-    m_context->addAction(makeAction(QStringLiteral("清除所有行"), none, &ZbrClGzfQdSjWidget::ClearAllRows));
+    m_context->addAction(makeAction(QStringLiteral("删除"), QKeySequence(Qt::Key_Delete),
+                                    &ZbrClGzfQdSjWidget::DeleteRowsOrBlock));
+    m_context->addAction(
+        makeAction(QStringLiteral("清除所有行"), none, &ZbrClGzfQdSjWidget::ClearAllRows));
 
     auto ribbon = [this](const QString& title) {
         auto* menu = new QMenu(title, this);
@@ -152,28 +169,42 @@ void ZbrClGzfQdSjWidget::buildMenus()
     connect(deleteRow, &QAction::triggered, this, &ZbrClGzfQdSjWidget::DeleteRowsOrBlock);
     del->addAction(deleteRow);
     QMenu* heights = ribbon(QStringLiteral("自动行高"));
-    connect(heights->addAction(QStringLiteral("表格自适应行高")), &QAction::triggered, this, [this] { FitRowHeights(false); });
-    connect(heights->addAction(QStringLiteral("表格置最小行高")), &QAction::triggered, this, [this] { FitRowHeights(true); });
+    connect(heights->addAction(QStringLiteral("表格自适应行高")), &QAction::triggered, this,
+            [this] { FitRowHeights(false); });
+    connect(heights->addAction(QStringLiteral("表格置最小行高")), &QAction::triggered, this,
+            [this] { FitRowHeights(true); });
     QMenu* sort = ribbon(QStringLiteral("编制:排序"));
-    const QList<QPair<QString, SortKey>> sorts = {{QStringLiteral("金额"), ByAmount}, {QStringLiteral("数量"), ByQuantity},
-                                                  {QStringLiteral("单价"), ByPrice}, {QStringLiteral("材料名称"), ByName},
+    const QList<QPair<QString, SortKey>> sorts = {{QStringLiteral("金额"), ByAmount},
+                                                  {QStringLiteral("数量"), ByQuantity},
+                                                  {QStringLiteral("单价"), ByPrice},
+                                                  {QStringLiteral("材料名称"), ByName},
                                                   {QStringLiteral("序号"), BySerial}};
     for (const auto& entry : sorts) {
         const SortKey key = entry.second;
-        connect(sort->addAction(entry.first), &QAction::triggered, this, [this, key] { Sort(key); });
+        connect(sort->addAction(entry.first), &QAction::triggered, this,
+                [this, key] { Sort(key); });
     }
     QMenu* clear = ribbon(QStringLiteral("清除数量&价格"));
-    connect(clear->addAction(QStringLiteral("清除所有数量")), &QAction::triggered, this, [this] { ClearQuantitiesOrPrices(false, false); });
-    connect(clear->addAction(QStringLiteral("清除所有价格")), &QAction::triggered, this, [this] { ClearQuantitiesOrPrices(true, false); });
+    connect(clear->addAction(QStringLiteral("清除所有数量")), &QAction::triggered, this,
+            [this] { ClearQuantitiesOrPrices(false, false); });
+    connect(clear->addAction(QStringLiteral("清除所有价格")), &QAction::triggered, this,
+            [this] { ClearQuantitiesOrPrices(true, false); });
     clear->addSeparator();
-    connect(clear->addAction(QStringLiteral("清除块内数量")), &QAction::triggered, this, [this] { ClearQuantitiesOrPrices(false, true); });
-    connect(clear->addAction(QStringLiteral("清除块内价格")), &QAction::triggered, this, [this] { ClearQuantitiesOrPrices(true, true); });
+    connect(clear->addAction(QStringLiteral("清除块内数量")), &QAction::triggered, this,
+            [this] { ClearQuantitiesOrPrices(false, true); });
+    connect(clear->addAction(QStringLiteral("清除块内价格")), &QAction::triggered, this,
+            [this] { ClearQuantitiesOrPrices(true, true); });
     QMenu* batch = ribbon(QStringLiteral("编制:批量删除"));
-    connect(batch->addAction(QStringLiteral("保留前30行,其余删除")), &QAction::triggered, this, [this] { KeepFirstRows(30); });
-    connect(batch->addAction(QStringLiteral("保留前60行,其余删除")), &QAction::triggered, this, [this] { KeepFirstRows(60); });
-    connect(batch->addAction(QStringLiteral("保留前n(输入)行,其余删除")), &QAction::triggered, this, &ZbrClGzfQdSjWidget::KeepFirstRowsAsked);
-    connect(batch->addAction(QStringLiteral("删除定义块内所有行")), &QAction::triggered, this, &ZbrClGzfQdSjWidget::DeleteBlockRows);
-    connect(batch->addAction(QStringLiteral("删除所有行")), &QAction::triggered, this, &ZbrClGzfQdSjWidget::ClearAllRows);
+    connect(batch->addAction(QStringLiteral("保留前30行,其余删除")), &QAction::triggered, this,
+            [this] { KeepFirstRows(30); });
+    connect(batch->addAction(QStringLiteral("保留前60行,其余删除")), &QAction::triggered, this,
+            [this] { KeepFirstRows(60); });
+    connect(batch->addAction(QStringLiteral("保留前n(输入)行,其余删除")), &QAction::triggered, this,
+            &ZbrClGzfQdSjWidget::KeepFirstRowsAsked);
+    connect(batch->addAction(QStringLiteral("删除定义块内所有行")), &QAction::triggered, this,
+            &ZbrClGzfQdSjWidget::DeleteBlockRows);
+    connect(batch->addAction(QStringLiteral("删除所有行")), &QAction::triggered, this,
+            &ZbrClGzfQdSjWidget::ClearAllRows);
     QMenu* blockRibbon = ribbon(QStringLiteral("招投标-块选"));
     blockRibbon->addActions(block->actions());
 }
@@ -184,8 +215,9 @@ void ZbrClGzfQdSjWidget::onActivated()
         MenuBarManager::getInstance()->SetRibbonActionMenu(4, it.key(), it.value());
     BillSjWidget::onActivated();
     if (ProjectWorks* owner = works() ? works()->getOwner() : nullptr; owner && owner->IsReadOnly())
-        MenuBarManager::getInstance()->ChangeMenuToDisable(
-            {QStringLiteral("导出招投标CJZ"), QStringLiteral("导出竣工CJZ"), QStringLiteral("导出备案CJZX")});
+        MenuBarManager::getInstance()->ChangeMenuToDisable({QStringLiteral("导出招投标CJZ"),
+                                                            QStringLiteral("导出竣工CJZ"),
+                                                            QStringLiteral("导出备案CJZX")});
 }
 
 void ZbrClGzfQdSjWidget::onRibbonCommand(const QVariant& payload)
@@ -300,7 +332,9 @@ void ZbrClGzfQdSjWidget::InsertRow(bool after)
         int index = currentRow() < 0 ? -1 : currentRow() + (after ? 1 : 0);
         if (index < 0) {
             BaseDataItem* total = nullptr;
-            index = ZbrClGzfQdBusiness::CheckExistedTotalRow(list()->items(), total) ? list()->count() - 1 : list()->count();
+            index = ZbrClGzfQdBusiness::CheckExistedTotalRow(list()->items(), total)
+                        ? list()->count() - 1
+                        : list()->count();
         }
         model()->recorded(8, after ? QStringLiteral("添加行") : QStringLiteral("插入行"),
                           [&] { return ZbrClGzfQdBusiness::InsertItem(list(), index) != nullptr; });
@@ -314,7 +348,8 @@ void ZbrClGzfQdSjWidget::DeleteRowsOrBlock()
         if (!writable())
             return;
         if (!blockRows().isEmpty()) {
-            if (showQuestion(this, QStringLiteral("提示"), QStringLiteral("你确定要删除定义块内的材料行吗?")))
+            if (showQuestion(this, QStringLiteral("提示"),
+                             QStringLiteral("你确定要删除定义块内的材料行吗?")))
                 DeleteBlockRows();
             return;
         }
@@ -348,7 +383,8 @@ void ZbrClGzfQdSjWidget::ClearAllRows()
 {
     TarvoGuard::run(sourceFile(), __LINE__, tag("ClearAllRows"), [&] {
         view()->closeEditor();
-        if (!writable() || !showQuestion(this, QStringLiteral("提示"), QStringLiteral("你确定清除所有行内容吗?")))
+        if (!writable() ||
+            !showQuestion(this, QStringLiteral("提示"), QStringLiteral("你确定清除所有行内容吗?")))
             return;
         model()->recorded(8, QStringLiteral("清除所有行"), [&] {
             const int n = list()->count();
@@ -370,14 +406,16 @@ void ZbrClGzfQdSjWidget::ClearQuantitiesOrPrices(bool prices, bool blockOnly)
     TarvoGuard::run(sourceFile(), __LINE__, tag("ClearQuantitiesOrPrices"), [&] {
         if (!writable())
             return;
-        const QString question = blockOnly ? (prices ? QStringLiteral("确定去除定义块内的材料价格信息吗?")
-                                                     : QStringLiteral("确定去除定义块内的材料数量信息吗?"))
-                                           : (prices ? QStringLiteral("确定去除所有材料价格信息吗?")
-                                                     : QStringLiteral("确定去除所有材料数量信息吗?"));
+        const QString question =
+            blockOnly ? (prices ? QStringLiteral("确定去除定义块内的材料价格信息吗?")
+                                : QStringLiteral("确定去除定义块内的材料数量信息吗?"))
+                      : (prices ? QStringLiteral("确定去除所有材料价格信息吗?")
+                                : QStringLiteral("确定去除所有材料数量信息吗?"));
         if (!showQuestion(this, QStringLiteral("提示"), question))
             return;
-        const QString label = blockOnly ? (prices ? QStringLiteral("清除块内价格") : QStringLiteral("清除块内数量"))
-                                        : (prices ? QStringLiteral("清除所有价格") : QStringLiteral("清除所有数量"));
+        const QString label =
+            blockOnly ? (prices ? QStringLiteral("清除块内价格") : QStringLiteral("清除块内数量"))
+                      : (prices ? QStringLiteral("清除所有价格") : QStringLiteral("清除所有数量"));
         model()->recorded(8, label, [&] {
             for (BaseDataItem* item : list()->items()) {
                 if (item->getKind() != Material || (blockOnly && !item->IsBlock()))
@@ -414,12 +452,17 @@ void ZbrClGzfQdSjWidget::KeepFirstRowsAsked()
 
 void ZbrClGzfQdSjWidget::Sort(SortKey key)
 {
-    static const char* const labels[] = {"排序.金额", "排序.数量", "排序.单价", "排序.材料名称", "排序.序号"};
+    static const char* const labels[] = {"排序.金额", "排序.数量", "排序.单价", "排序.材料名称",
+                                         "排序.序号"};
     TarvoGuard::run(sourceFile(), __LINE__, key == ByName ? tag("slotAcClMcPx") : tag("Sort"), [&] {
         if (!writable())
             return;
         const QList<BaseDataItem*> before = list()->items();
-        const int field = key == ByAmount ? 10 : key == ByQuantity ? 9 : key == ByPrice ? 7 : key == ByName ? 3 : 1;
+        const int field = key == ByAmount     ? 10
+                          : key == ByQuantity ? 9
+                          : key == ByPrice    ? 7
+                          : key == ByName     ? 3
+                                              : 1;
         struct Row
         {
             BaseDataItem* item;
@@ -430,20 +473,25 @@ void ZbrClGzfQdSjWidget::Sort(SortKey key)
         QVector<Row> sorted;
         QList<BaseDataItem*> rest;
         for (BaseDataItem* item : before) {
-            const bool present = item->getValue(field).isValid() && !item->getValueStr(field).isEmpty();
+            const bool present =
+                item->getValue(field).isValid() && !item->getValueStr(field).isEmpty();
             if (item->getKind() != Material || (!present && (key == ByName || key == BySerial))) {
                 rest << item;
                 continue;
             }
-            sorted.append({item, key == BySerial ? item->getValue(1).toDouble() : realKey(item, field),
-                           collator.sortKey(key == ByName ? item->getValue(3).toString() : QString())});
+            sorted.append(
+                {item, key == BySerial ? item->getValue(1).toDouble() : realKey(item, field),
+                 collator.sortKey(key == ByName ? item->getValue(3).toString() : QString())});
         }
         // std::sort is an introsort: unstable, as the host's sorts are.
         std::sort(sorted.begin(), sorted.end(), [key](const Row& a, const Row& b) {
             switch (key) {
-            case ByName: return a.text.compare(b.text) < 0;
-            case BySerial: return a.number < b.number;
-            default: return a.number > b.number;
+            case ByName:
+                return a.text.compare(b.text) < 0;
+            case BySerial:
+                return a.number < b.number;
+            default:
+                return a.number > b.number;
             }
         });
         QList<BaseDataItem*> order;
@@ -462,11 +510,14 @@ QString ZbrClGzfQdSjWidget::RefreshReport(int a, int b)
 {
     QString report;
     if (a > 0)
-        report = QStringLiteral("有%1条材料在单位工程中的价格不统一(该类材料由定义块选中！)").arg(a);
+        report =
+            QStringLiteral("有%1条材料在单位工程中的价格不统一(该类材料由定义块选中！)").arg(a);
     if (b > 0) {
         if (a > 0)
             report += QLatin1Char('\n');
-        report += QStringLiteral("有%1条材料在单位工程中没有对应数据(该类材料固定列加有问号标记，双击?号可以取消标注！)").arg(b);
+        report += QStringLiteral("有%1条材料在单位工程中没有对应数据("
+                                 "该类材料固定列加有问号标记，双击?号可以取消标注！)")
+                      .arg(b);
     }
     return report;
 }
@@ -478,10 +529,11 @@ void ZbrClGzfQdSjWidget::summariseOrRefresh(bool refresh)
         return;
     SummarySelectionDialog dialog(this);
     if (refresh)
-        dialog.setTexts(QStringLiteral("汇总材料类型:"), QStringLiteral("仅暂估价材料"), QStringLiteral("所有工程材料"));
+        dialog.setTexts(QStringLiteral("汇总材料类型:"), QStringLiteral("仅暂估价材料"),
+                        QStringLiteral("所有工程材料"));
     else
-        dialog.setTexts(QStringLiteral("汇总暂估价材料/招标方购置材料:"), QStringLiteral("仅汇总暂估价材料"),
-                        QStringLiteral("汇总所有工程材料"));
+        dialog.setTexts(QStringLiteral("汇总暂估价材料/招标方购置材料:"),
+                        QStringLiteral("仅汇总暂估价材料"), QStringLiteral("汇总所有工程材料"));
     const int choice = zTitleModal::ShowModal(&dialog) == 0 ? dialog.choice() : -1;
     if (choice != 0 && choice != 1)
         return;
@@ -501,10 +553,12 @@ void ZbrClGzfQdSjWidget::summariseOrRefresh(bool refresh)
 
     beginUndoRecord();
     const QString text = refresh ? QStringLiteral("正在刷新所有工程材料，请等待")
-                                 : (all ? QStringLiteral("正在汇总所有工程材料，请等待") : QStringLiteral("正在汇总暂估价材料，请等待"));
+                                 : (all ? QStringLiteral("正在汇总所有工程材料，请等待")
+                                        : QStringLiteral("正在汇总暂估价材料，请等待"));
     int a = 0, b = 0;
     try {
-        VXProgressBar progress(QStringLiteral("提示"), text, 0, 100, Communication::GetInstance()->GetMainWindow());
+        VXProgressBar progress(QStringLiteral("提示"), text, 0, 100,
+                               Communication::GetInstance()->GetMainWindow());
         QCoreApplication::processEvents();
         if (refresh) {
             all ? ZbrClGzfQdBusiness::UpdateZbrClGzfQdSLAndTJ(works(), &progress)
@@ -529,14 +583,16 @@ void ZbrClGzfQdSjWidget::summariseOrRefresh(bool refresh)
     model()->setTableSource(works(), live);
     if (audit())
         audit()->CreateRelationByTable(3);
-    const QString label = refresh ? (all ? QStringLiteral("刷新所有工程材料") : QStringLiteral("刷新暂估价材料"))
-                                  : (all ? QStringLiteral("汇总所有工程材料") : QStringLiteral("仅汇总暂估价材料"));
+    const QString label =
+        refresh ? (all ? QStringLiteral("刷新所有工程材料") : QStringLiteral("刷新暂估价材料"))
+                : (all ? QStringLiteral("汇总所有工程材料") : QStringLiteral("仅汇总暂估价材料"));
     endUndoRecord(model()->undoInfo(10, label));
 }
 
 void ZbrClGzfQdSjWidget::slotAcHzZgCl()
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("slotAcHzZgCl"), [&] { summariseOrRefresh(false); });
+    TarvoGuard::run(sourceFile(), __LINE__, tag("slotAcHzZgCl"),
+                    [&] { summariseOrRefresh(false); });
 }
 
 void ZbrClGzfQdSjWidget::slotAcSxZgCl()

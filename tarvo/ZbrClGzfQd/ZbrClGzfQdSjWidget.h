@@ -52,7 +52,10 @@ protected:
     QString sourceFile() const override { return QStringLiteral("ZbrClGzfQd\\ZbrClGzfQdSjWidget"); }
     QString className() const override { return QStringLiteral("ZbrClGzfQdSjWidget"); }
     QString listName() const override { return QStringLiteral("招标人材料购置费清单"); }
-    QString ribbonFile() const override { return QStringLiteral("XiangMu-ZhaoBiaoRenCaiLiaoGouZhiFeiQingDan.json"); }
+    QString ribbonFile() const override
+    {
+        return QStringLiteral("XiangMu-ZhaoBiaoRenCaiLiaoGouZhiFeiQingDan.json");
+    }
     GeneralTableBase* pageTable(ConstructionWorks* works) const override;
     int totalKind() const override { return 2; }
     bool canMoveRows(int from, int to) const override;
@@ -65,7 +68,8 @@ private:
     ZbrClGzfQdTable* list() const;
     int currentRow() const;
     bool writable() const;
-    QAction* makeAction(const QString& text, const QKeySequence& shortcut, void (ZbrClGzfQdSjWidget::*slot)());
+    QAction* makeAction(const QString& text, const QKeySequence& shortcut,
+                        void (ZbrClGzfQdSjWidget::*slot)());
     void buildMenus();
     void summariseOrRefresh(bool refresh);
     QList<int> blockRows() const;

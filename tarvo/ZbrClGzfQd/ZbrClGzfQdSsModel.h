@@ -7,5 +7,8 @@ class ZbrClGzfQdSsModel : public ZbrClGzfQdModel
 {
     Q_OBJECT
 public:
-    explicit ZbrClGzfQdSsModel(QObject* parent = nullptr) : ZbrClGzfQdModel(parent) { setReadOnlyView(true); }
+    explicit ZbrClGzfQdSsModel(QObject* parent = nullptr) : ZbrClGzfQdModel(parent)
+    {
+        setReadOnlyView(true);
+    }
 };

@@ -4,7 +4,8 @@
 
 #include "ConstructionWorks.h"
 
-ZbrClGzfQdSsWidget::ZbrClGzfQdSsWidget(AuditBusiness* audit, QWidget* parent) : BillSsWidget(audit, parent)
+ZbrClGzfQdSsWidget::ZbrClGzfQdSsWidget(AuditBusiness* audit, QWidget* parent)
+    : BillSsWidget(audit, parent)
 {
     init(new ZbrClGzfQdSsModel(this), QStringLiteral("招标人材料购置费清单"));
 }

@@ -13,4 +13,5 @@ protected:
     BillSjWidget* createSjWidget() override;
     BillSsWidget* createSsWidget() override;
     QString sourceFile() const override { return QStringLiteral("ZbrClGzfQd\\ZbrClGzfQdWidget"); }
-    QString className() const override { return QStringLiteral("ZbrClGzfQdWidget"); }};
+    QString className() const override { return QStringLiteral("ZbrClGzfQdWidget"); }
+};

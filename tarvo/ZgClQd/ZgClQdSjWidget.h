@@ -15,7 +15,10 @@ protected:
     QString sourceFile() const override { return QStringLiteral("ZgClQd\\ZgClQdSjWidget"); }
     QString className() const override { return QStringLiteral("ZgClQdSjWidget"); }
     QString listName() const override { return QStringLiteral("暂估材料(工程设备)清单"); }
-    QString ribbonFile() const override { return QStringLiteral("XiangMu-ZanGuCaiLiaoQingDan.json"); }
+    QString ribbonFile() const override
+    {
+        return QStringLiteral("XiangMu-ZanGuCaiLiaoQingDan.json");
+    }
     GeneralTableBase* pageTable(ConstructionWorks* works) const override;
     int totalKind() const override { return 2; }
     bool canMoveRows(int from, int to) const override;

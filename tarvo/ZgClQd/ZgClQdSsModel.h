@@ -7,5 +7,8 @@ class ZgClQdSsModel : public ZgClQdModel
 {
     Q_OBJECT
 public:
-    explicit ZgClQdSsModel(QObject* parent = nullptr) : ZgClQdModel(parent) { setReadOnlyView(true); }
+    explicit ZgClQdSsModel(QObject* parent = nullptr) : ZgClQdModel(parent)
+    {
+        setReadOnlyView(true);
+    }
 };

@@ -13,4 +13,5 @@ protected:
     BillSjWidget* createSjWidget() override;
     BillSsWidget* createSsWidget() override;
     QString sourceFile() const override { return QStringLiteral("ZgClQd\\ZgClQdWidget"); }
-    QString className() const override { return QStringLiteral("ZgClQdWidget"); }};
+    QString className() const override { return QStringLiteral("ZgClQdWidget"); }
+};

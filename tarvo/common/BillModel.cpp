@@ -27,9 +27,10 @@ BillModel::BillModel(QObject* parent) : BaseDataItemModel(parent) {}
 QVariant BillModel::data(const QModelIndex& index, int role) const
 {
     // Rows that differ from the submitted version are tinted while the comparison is open.
-    if (role == Qt::BackgroundRole && m_audit && m_audit->isOpen() && !m_readOnlyView
-        && m_audit->rowState(index.row()) != AuditBusiness::Same)
-        return SkinManager::getInstance()->getVXColor(QStringLiteral("Xxj_BgSsGjzYs"), QColor(255, 242, 204));
+    if (role == Qt::BackgroundRole && m_audit && m_audit->isOpen() && !m_readOnlyView &&
+        m_audit->rowState(index.row()) != AuditBusiness::Same)
+        return SkinManager::getInstance()->getVXColor(QStringLiteral("Xxj_BgSsGjzYs"),
+                                                      QColor(255, 242, 204));
     return BaseDataItemModel::data(index, role);
 }
 
@@ -72,7 +73,8 @@ bool BillModel::evaluateNumeric(QVariant& value) const
     QString error;
     if (!LxGzXmQdJJjbBusiness::CalculateFormula(works(), text, result, error)) {
         showInformation(Communication::GetInstance()->GetMainWindow(), QStringLiteral("提示"),
-                        QStringLiteral("请正确输入实数或计算表达式!"), QMessageBox::Ok, QMessageBox::Warning);
+                        QStringLiteral("请正确输入实数或计算表达式!"), QMessageBox::Ok,
+                        QMessageBox::Warning);
         return false;
     }
     value = result;
@@ -91,8 +93,8 @@ QString BillModel::moneyText(const QVariant& value)
 OperatingUIInfo BillModel::undoInfo(int operType, const QString& text) const
 {
     const ConstructionWorks* w = works();
-    return OperatingUIInfo(w ? w->getProjectWorksId() : 0, w ? w->getAuditId() : 0, w ? w->getNodeId() : 0,
-                           table() ? table()->getId() : 0, operType, text);
+    return OperatingUIInfo(w ? w->getProjectWorksId() : 0, w ? w->getAuditId() : 0,
+                           w ? w->getNodeId() : 0, table() ? table()->getId() : 0, operType, text);
 }
 
 bool BillModel::setData(const QModelIndex& index, const QVariant& value, int role)
@@ -105,11 +107,12 @@ bool BillModel::setData(const QModelIndex& index, const QVariant& value, int rol
     const int row = index.row();
     const int field = fieldOfColumn(index.column());
     const QString className = QString::fromLatin1(metaObject()->className());
-    TarvoGuard::run(m_sourceFolder + QLatin1Char('\\') + className, __LINE__, className + QStringLiteral("::setData"), [&] {
-        QVariant typed = value;
-        if (!checkEdit(row, field, typed))
-            return; // refused and told; the cell keeps its value
-        recorded(8, modifyLabel(), [&] { return applyEdit(row, field, typed); });
-    });
+    TarvoGuard::run(m_sourceFolder + QLatin1Char('\\') + className, __LINE__,
+                    className + QStringLiteral("::setData"), [&] {
+                        QVariant typed = value;
+                        if (!checkEdit(row, field, typed))
+                            return; // refused and told; the cell keeps its value
+                        recorded(8, modifyLabel(), [&] { return applyEdit(row, field, typed); });
+                    });
     return true;
 }

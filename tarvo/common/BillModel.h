@@ -36,8 +36,7 @@ public:
     // The record info of this model's table with the given operation and label.
     OperatingUIInfo undoInfo(int operType, const QString& text) const;
     // Runs a change of the table as one undo step with the given operation and label.
-    template<typename Change>
-    bool recorded(int operType, const QString& text, Change&& change);
+    template <typename Change> bool recorded(int operType, const QString& text, Change&& change);
 
 protected:
     virtual QString modifyLabel() const = 0;
@@ -60,7 +59,7 @@ private:
 void beginUndoRecord();
 void endUndoRecord(const OperatingUIInfo& info);
 
-template<typename Change>
+template <typename Change>
 bool BillModel::recorded(int operType, const QString& text, Change&& change)
 {
     beginUndoRecord();

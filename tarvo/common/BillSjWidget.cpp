@@ -17,7 +17,8 @@
 #include <QGridLayout>
 #include <QHeaderView>
 
-BillSjWidget::BillSjWidget(AuditBusiness* audit, QWidget* parent) : zBaseWidget(parent), m_audit(audit)
+BillSjWidget::BillSjWidget(AuditBusiness* audit, QWidget* parent)
+    : zBaseWidget(parent), m_audit(audit)
 {
     installEventFilter(this);
 }
@@ -40,7 +41,8 @@ void BillSjWidget::init(BillModel* model)
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_view);
     connect(m_view, &zTableView::signalMouseMoveRows, this, &BillSjWidget::slotMouseMoveRows);
-    connect(DataManagement::getInstance(), &DataManagement::projectClosed, this, &BillSjWidget::forgetProject);
+    connect(DataManagement::getInstance(), &DataManagement::projectClosed, this,
+            &BillSjWidget::forgetProject);
     connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& current) { ChangeDelAndInsAcState(current.row()); });
     // A reset drops the view's current cell: the user keeps their place (clamped to the rows
@@ -51,7 +53,8 @@ void BillSjWidget::init(BillModel* model)
     connect(m_model, &QAbstractItemModel::modelReset, this, [this] {
         const int rows = m_model->rowCount();
         if (m_keptCell.first >= 0 && rows > 0)
-            m_view->setCurrentIndex(m_model->index(qMin(m_keptCell.first, rows - 1), qMax(0, m_keptCell.second)));
+            m_view->setCurrentIndex(
+                m_model->index(qMin(m_keptCell.first, rows - 1), qMax(0, m_keptCell.second)));
     });
 }
 
@@ -174,8 +177,9 @@ void BillSjWidget::applyReadOnly()
 {
     const bool locked = isLocked();
     m_view->setEditTriggers(locked ? QAbstractItemView::NoEditTriggers
-                                   : QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed
-                                         | QAbstractItemView::AnyKeyPressed);
+                                   : QAbstractItemView::DoubleClicked |
+                                         QAbstractItemView::EditKeyPressed |
+                                         QAbstractItemView::AnyKeyPressed);
 }
 
 void BillSjWidget::RefreshGrid()
@@ -194,11 +198,13 @@ void BillSjWidget::FitRowHeights(bool minimal)
         if (!m_table || isLocked())
             return;
         const int minimum = m_view->headerConfig().rowHeight;
-        m_model->recorded(8, minimal ? QStringLiteral("表格置最小行高") : QStringLiteral("表格自适应行高"), [&] {
-            for (int row = 0; row < m_table->count(); ++row)
-                m_table->at(row)->setRowHeight(minimal ? minimum : qMax(minimum, m_view->contentHeightOfRow(row)));
-            return true;
-        });
+        m_model->recorded(
+            8, minimal ? QStringLiteral("表格置最小行高") : QStringLiteral("表格自适应行高"), [&] {
+                for (int row = 0; row < m_table->count(); ++row)
+                    m_table->at(row)->setRowHeight(
+                        minimal ? minimum : qMax(minimum, m_view->contentHeightOfRow(row)));
+                return true;
+            });
         RefreshGrid();
     });
 }

@@ -12,7 +12,9 @@
 #include <QGridLayout>
 #include <QLabel>
 
-BillSsWidget::BillSsWidget(AuditBusiness* audit, QWidget* parent) : QWidget(parent), m_audit(audit) {}
+BillSsWidget::BillSsWidget(AuditBusiness* audit, QWidget* parent) : QWidget(parent), m_audit(audit)
+{
+}
 
 void BillSsWidget::init(BillModel* model, const QString& listName)
 {
@@ -25,18 +27,21 @@ void BillSsWidget::init(BillModel* model, const QString& listName)
     m_view->setModel(m_model);
     m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     auto* title = m_title = new QLabel(QStringLiteral("送审版本"), this);
-    title->setStyleSheet(QStringLiteral("QLabel { background: #fff4d6; padding: 3px 6px; color: #7a5a00; }"));
+    title->setStyleSheet(
+        QStringLiteral("QLabel { background: #fff4d6; padding: 3px 6px; color: #7a5a00; }"));
     auto* layout = new QGridLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(title, 0, 0);
     layout->addWidget(m_view, 1, 0);
-    connect(DataManagement::getInstance(), &DataManagement::projectClosed, this, &BillSsWidget::forgetProject);
+    connect(DataManagement::getInstance(), &DataManagement::projectClosed, this,
+            &BillSsWidget::forgetProject);
 }
 
 void BillSsWidget::forgetProject(int projectIndex)
 {
-    const ProjectWorks* closing = DataManagement::getInstance()->GetProjectWorksByIndex(projectIndex);
+    const ProjectWorks* closing =
+        DataManagement::getInstance()->GetProjectWorksByIndex(projectIndex);
     if (!m_table || !closing || m_table->getOwner() != closing)
         return;
     m_table = nullptr;

@@ -25,14 +25,15 @@ QString Path(const QString& name, const QString& suffix)
 QStringList Names(const QString& suffix)
 {
     QStringList names;
-    const QFileInfoList files = QDir(Dir()).entryInfoList({QLatin1Char('*') + suffix},
-                                                          QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDir::Name);
+    const QFileInfoList files = QDir(Dir()).entryInfoList(
+        {QLatin1Char('*') + suffix}, QDir::Files | QDir::Hidden | QDir::NoSymLinks, QDir::Name);
     for (const QFileInfo& file : files)
         names << file.fileName().chopped(suffix.size());
     return names;
 }
 
-bool Read(QWidget* parent, const QString& name, const QString& suffix, GeneralTableBase* into, int type)
+bool Read(QWidget* parent, const QString& name, const QString& suffix, GeneralTableBase* into,
+          int type)
 {
     const QString path = Path(name, suffix);
     if (name.isEmpty() || !QFileInfo::exists(path))
@@ -48,13 +49,15 @@ bool Read(QWidget* parent, const QString& name, const QString& suffix, GeneralTa
 QString AskAndSave(QWidget* parent, const GeneralTableBase* table, int type, const QString& suffix)
 {
     bool ok = false;
-    const QString name =
-        zFileDialog::getText(parent, QStringLiteral("保存模板"), QStringLiteral("模板名称："), QString(), &ok).trimmed();
+    const QString name = zFileDialog::getText(parent, QStringLiteral("保存模板"),
+                                              QStringLiteral("模板名称："), QString(), &ok)
+                             .trimmed();
     if (!ok || name.isEmpty())
         return QString();
     static const QRegularExpression invalid(QStringLiteral("[\\\\/:*?\"<>|]"));
     if (name.contains(invalid) || name.startsWith(QLatin1Char('.'))) {
-        showWarning(parent, QStringLiteral("提示"), QStringLiteral("模板名称“%1”无效，请重新输入。").arg(name));
+        showWarning(parent, QStringLiteral("提示"),
+                    QStringLiteral("模板名称“%1”无效，请重新输入。").arg(name));
         return QString();
     }
     QDir().mkpath(Dir());

@@ -16,7 +16,8 @@ QString Path(const QString& name, const QString& suffix);
 QStringList Names(const QString& suffix);
 // Reads a template into an empty temporary table. A missing file gives false quietly (the
 // list stays as it is); a file that cannot be used gives false after telling the user.
-bool Read(QWidget* parent, const QString& name, const QString& suffix, GeneralTableBase* into, int type);
+bool Read(QWidget* parent, const QString& name, const QString& suffix, GeneralTableBase* into,
+          int type);
 // Asks for a name ("保存模板") and writes the table under it; returns the name saved, or an
 // empty text when the user cancelled or the name or the writing was refused (and said so).
 QString AskAndSave(QWidget* parent, const GeneralTableBase* table, int type, const QString& suffix);

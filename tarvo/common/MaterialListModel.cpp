@@ -70,14 +70,16 @@ QVariant MaterialListModel::data(const QModelIndex& index, int role) const
     case Qt::ForegroundRole: {
         if (item->IsBlock())
             return SkinManager::getInstance()->getVXColor(
-                QStringLiteral("Jjb_TextColor_Kx"), ProjectSettingHelper::GetProjectSettingHelper()->getItemColor(24));
+                QStringLiteral("Jjb_TextColor_Kx"),
+                ProjectSettingHelper::GetProjectSettingHelper()->getItemColor(24));
         const QColor color = cellTextColor(index.row(), field);
         return color.isValid() ? QVariant(color) : QVariant();
     }
     case Qt::BackgroundRole: {
         if (item->IsBlock())
             return SkinManager::getInstance()->getVXColor(
-                QStringLiteral("Jjb_BackgroundColor_Kx"), ProjectSettingHelper::GetProjectSettingHelper()->getItemColor(25));
+                QStringLiteral("Jjb_BackgroundColor_Kx"),
+                ProjectSettingHelper::GetProjectSettingHelper()->getItemColor(25));
         const QColor color = cellBackgroundColor(index.row(), field);
         return color.isValid() ? QVariant(color) : BillModel::data(index, role);
     }

@@ -13,13 +13,19 @@ class MaterialListModel : public BillModel
     Q_OBJECT
 public:
     // Row-header roles of the question mark: shown, image bytes, size, alignment.
-    enum HeaderRole { IconShownRole = 5256, IconImageRole = 5257, IconSizeRole = 5258, IconAlignRole = 5259 };
+    enum HeaderRole {
+        IconShownRole = 5256,
+        IconImageRole = 5257,
+        IconSizeRole = 5258,
+        IconAlignRole = 5259
+    };
     static constexpr int QuestionMarkField = 22;
 
     explicit MaterialListModel(QObject* parent = nullptr);
 
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation orientation,
+                        int role = Qt::DisplayRole) const override;
     static QByteArray questionMarkImage();
 
 protected:

@@ -27,7 +27,8 @@ inline QStringList pageOrder()
 
 inline QStringList serviceOrder()
 {
-    return {QtXmQdService, ZbrClGzfQdService, LxGzXmQdService, GfQdService, SjCqXPsClService, ZgClQdService};
+    return {QtXmQdService, ZbrClGzfQdService, LxGzXmQdService,
+            GfQdService,   SjCqXPsClService,  ZgClQdService};
 }
 
 } // namespace PageNames

@@ -8,7 +8,8 @@
 #include <QSpinBox>
 #include <QVBoxLayout>
 
-RowsCountInputDialog::RowsCountInputDialog(QWidget* parent) : QDialog(parent), m_count(new QSpinBox(this))
+RowsCountInputDialog::RowsCountInputDialog(QWidget* parent)
+    : QDialog(parent), m_count(new QSpinBox(this))
 {
     setObjectName(QStringLiteral("RowsCountInputDialog"));
     setWindowTitle(QStringLiteral("批量删除"));

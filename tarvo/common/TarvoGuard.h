@@ -12,7 +12,7 @@
 class TarvoGuard
 {
 public:
-    template<typename Body>
+    template <typename Body>
     static void run(const QString& sourceFile, int line, const QString& tag, Body&& body) noexcept
     {
         try {
@@ -34,7 +34,8 @@ private:
 };
 
 // TARVO_GUARD("QtXmQd\\QtXmQdSjWidget", "QtXmQdSjWidget::ProcMsg") { ... };
-#define TARVO_GUARD(file, tag) TarvoGuardScope(QStringLiteral(file), __LINE__, QStringLiteral(tag)) + [&]()
+#define TARVO_GUARD(file, tag)                                                                     \
+    TarvoGuardScope(QStringLiteral(file), __LINE__, QStringLiteral(tag)) + [&]()
 
 struct TarvoGuardScope
 {
@@ -42,8 +43,7 @@ struct TarvoGuardScope
     int line;
     QString tag;
     TarvoGuardScope(QString f, int l, QString t) : file(std::move(f)), line(l), tag(std::move(t)) {}
-    template<typename Body>
-    void operator+(Body&& body) const noexcept
+    template <typename Body> void operator+(Body&& body) const noexcept
     {
         TarvoGuard::run(file, line, tag, std::forward<Body>(body));
     }

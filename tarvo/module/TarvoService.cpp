@@ -26,8 +26,9 @@ void TarvoService::LoadChildrenPageInfo()
     TARVO_GUARD("module\\TarvoService", "TarvoService::LoadChildrenPageInfo")
     {
         const QString name = GetServiceName();
-        const QList<SerContentInfo> list = ProjectSettingHelper::GetProjectSettingHelper()->GetChildrenServiceInfo(
-            DataManagement::getInstance()->AppName(), name);
+        const QList<SerContentInfo> list =
+            ProjectSettingHelper::GetProjectSettingHelper()->GetChildrenServiceInfo(
+                DataManagement::getInstance()->AppName(), name);
         for (const SerContentInfo& info : list)
             m_childPages.insert(info.strServiceName, info); // the last one of a name wins
     };

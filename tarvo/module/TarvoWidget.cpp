@@ -26,14 +26,12 @@ namespace {
 // Configuration item and system variable that remember a node's current page.
 constexpr int CurrentPageItem = 25;
 
-template<typename Page>
-QWidget* createPage()
+template <typename Page> QWidget* createPage()
 {
     return new Page(nullptr);
 }
 
-template<typename Page>
-bool deliver(QWidget* widget, int msgId, QVariant* payload)
+template <typename Page> bool deliver(QWidget* widget, int msgId, QVariant* payload)
 {
     Page* page = qobject_cast<Page*>(widget);
     if (page)
@@ -117,16 +115,20 @@ TarvoWidget::TarvoWidget(const QMap<QString, SerContentInfo>& serviceContent,
             m_currentNode = nullptr;
     });
     connect(m_tabs, &zProTabWidget::signalCreateTabWidget, this, &TarvoWidget::slotCreateTabWidget);
-    connect(m_tabs, &zProTabWidget::signalToDeleteTabWidget, this, &TarvoWidget::slotRemoveTabWidget);
+    connect(m_tabs, &zProTabWidget::signalToDeleteTabWidget, this,
+            &TarvoWidget::slotRemoveTabWidget);
     connect(m_tabs, &zProTabWidget::signalTabPageChanged, this, &TarvoWidget::slotTabPageChanged);
     connect(m_tabs, &zProTabWidget::signalOperateMsg, this, &TarvoWidget::slotTabOperateMsg);
-    connect(m_tabs, &zProTabWidget::sigHeaderTemplateChanged, this, &TarvoWidget::slotHeaderTemplateChanged);
-    connect(m_tabs, &zProTabWidget::signalSaveTableheaderTemp, this, &TarvoWidget::slotSaveTableheaderTemp);
+    connect(m_tabs, &zProTabWidget::sigHeaderTemplateChanged, this,
+            &TarvoWidget::slotHeaderTemplateChanged);
+    connect(m_tabs, &zProTabWidget::signalSaveTableheaderTemp, this,
+            &TarvoWidget::slotSaveTableheaderTemp);
     connect(m_tabs, &zProTabWidget::signalModifyCurrentColumnTittle, this,
             &TarvoWidget::slotModifyCurrentColumnTittle);
     connect(m_tabs, &zProTabWidget::signalTableHeaderAdvancedSetting, this,
             &TarvoWidget::slotTableHeaderAdvancedSetting);
-    connect(m_tabs, &zProTabWidget::signalTabMenuAboutToShow, this, &TarvoWidget::slotTabMenuAboutToShow);
+    connect(m_tabs, &zProTabWidget::signalTabMenuAboutToShow, this,
+            &TarvoWidget::slotTabMenuAboutToShow);
 }
 
 TarvoWidget::~TarvoWidget()
@@ -266,8 +268,9 @@ void TarvoWidget::slotCurTabChanged(int index)
         Communication::GetInstance()->SaveActiveSecondLevelWidget(widget);
         if (m_currentNode)
             XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(m_currentNode),
-                                     ProTreeNode::AuditVersion(m_currentNode), ProTreeNode::Id(m_currentNode),
-                                     CurrentPageItem, QVariant(m_tabs->GetSysNameByIndex(index)));
+                                     ProTreeNode::AuditVersion(m_currentNode),
+                                     ProTreeNode::Id(m_currentNode), CurrentPageItem,
+                                     QVariant(m_tabs->GetSysNameByIndex(index)));
         QVariant empty{QStringLiteral("")};
         DistributeMsg(widget, m_widgetService.value(widget), 12, &empty);
         Communication::GetInstance()->SendMsg(4, 30, QVariant(0));
@@ -290,15 +293,16 @@ void TarvoWidget::slotCreateTabWidget(TabPageInfo* pTabPageInfo)
     };
 }
 
-void TarvoWidget::slotTabPageChanged(QList<ProjectSettingSpace::ProFuncPageInfo> listCurProFuncPageInfo)
+void TarvoWidget::slotTabPageChanged(
+    QList<ProjectSettingSpace::ProFuncPageInfo> listCurProFuncPageInfo)
 {
     TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotTabPageChanged")
     {
         if (!m_currentNode)
             return;
         // The arrangement is kept per project: which pages are shown, in tab order.
-        ProjectWorks* works =
-            DataManagement::getInstance()->GetProjectWorksByIndex(ProTreeNode::ProjectIndex(m_currentNode));
+        ProjectWorks* works = DataManagement::getInstance()->GetProjectWorksByIndex(
+            ProTreeNode::ProjectIndex(m_currentNode));
         if (!works || !DataManagement::getInstance()->GetSJPriceModelConfig(m_currentNode))
             return;
         QStringList hidden;

@@ -19,7 +19,8 @@ class TarvoWidget : public QWidget
     Q_OBJECT
 public:
     TarvoWidget(const QMap<QString, SerContentInfo>& serviceContent,
-                const QList<ProjectSettingSpace::ProFuncPageInfo>& pages, QWidget* parent = nullptr);
+                const QList<ProjectSettingSpace::ProFuncPageInfo>& pages,
+                QWidget* parent = nullptr);
     ~TarvoWidget() override;
 
     void ProcMsg(int msgId, QVariant* payload);

@@ -28,7 +28,8 @@ public:
     ~TestProject() { DataManagement::getInstance()->CloseProjectWorks(index); }
 
     // Appends a row to a table without journalling.
-    static BaseDataItem* row(GeneralTableBase* table, int kind, std::initializer_list<std::pair<int, QVariant>> fields)
+    static BaseDataItem* row(GeneralTableBase* table, int kind,
+                             std::initializer_list<std::pair<int, QVariant>> fields)
     {
         BaseDataItem* item = table->CreateItem();
         item->loadState(kind, false, 0, QString());

@@ -47,7 +47,8 @@ private:
         TestProject::row(t, 0, {{1, "1"}, {2, "暂列金额"}, {3, 50000.0}});
         TestProject::row(t, 2, {{1, "2"}, {2, "暂估价"}});
         TestProject::row(t, 0, {{1, "2.1"}, {2, "专业工程暂估价"}, {3, 20000.0}});
-        TestProject::row(t, 3, {{1, "3"}, {2, "总承包服务费"}, {3, "分部分项工程费*0.015"}, {6, 1500.0}});
+        TestProject::row(t, 3,
+                         {{1, "3"}, {2, "总承包服务费"}, {3, "分部分项工程费*0.015"}, {6, 1500.0}});
         TestProject::row(t, 1, {});
         TestProject::row(t, 4, {{2, "合计"}, {3, 71500.0}});
     }
@@ -83,7 +84,8 @@ private slots:
         QVERIFY(page.ssWidget());
         QVERIFY(page.audit()->isOpen());
         fillOtherItems(p.current);
-        TestProject::row(p.submitted->getTenderInventory()->getQtXmQdHzTable(), 0, {{1, "1"}, {2, "暂列金额"}, {3, 45000.0}});
+        TestProject::row(p.submitted->getTenderInventory()->getQtXmQdHzTable(), 0,
+                         {{1, "1"}, {2, "暂列金额"}, {3, 45000.0}});
         load(page, p.unit);
         QCOMPARE(page.ssWidget()->model()->rowCount(), 1);
         QCOMPARE(page.audit()->rowState(0), AuditBusiness::Changed);
@@ -137,7 +139,8 @@ private slots:
     {
         TestProject p;
         fillOtherItems(p.current);
-        ProTreeNode* bare = p.project->AddNode(p.single, 9, ProTreeNode::WorksNode, "无数据单位工程");
+        ProTreeNode* bare =
+            p.project->AddNode(p.single, 9, ProTreeNode::WorksNode, "无数据单位工程");
         QtXmQdWidget page;
         load(page, p.unit);
         load(page, bare);
@@ -165,7 +168,8 @@ private slots:
         QtXmQdWidget page;
         load(page, p.unit);
         BillModel* model = page.sjWidget()->model();
-        QAbstractItemModelTester tester(model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QAbstractItemModelTester tester(model,
+                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
         QVERIFY(model->setData(cell(model, 0, 3), "60000"));
         QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
         QCOMPARE(t->at(0)->getDouble(3), 60000.0);
@@ -202,7 +206,8 @@ private slots:
         // What the delegate does when the user confirms the cell.
         emit view->itemDelegate()->commitData(editor);
         // An ordinary row keeps what the expression comes to; its subtotal follows.
-        QCOMPARE(p.current->getTenderInventory()->getQtXmQdHzTable()->at(2)->getValue(3), QVariant(50000.0));
+        QCOMPARE(p.current->getTenderInventory()->getQtXmQdHzTable()->at(2)->getValue(3),
+                 QVariant(50000.0));
         QCOMPARE(p.current->getTenderInventory()->getQtXmQdHzTable()->at(1)->getDouble(3), 50000.0);
         QCOMPARE(view->currentIndex().row(), 2); // the user keeps their place
         QCOMPARE(undo()->undoStack()->count(), 1);
@@ -237,10 +242,14 @@ private slots:
         QCOMPARE(model->data(cell(model, 0, 1), Qt::TextAlignmentRole).toInt(), 132);
         QCOMPARE(model->data(cell(model, 0, 2), Qt::TextAlignmentRole).toInt(), 129);
         QCOMPARE(model->data(cell(model, 5, 2), Qt::TextAlignmentRole).toInt(), 132);
-        QCOMPARE(model->data(cell(model, 1, 2), Qt::BackgroundRole).value<QColor>(), QColor(255, 236, 255));
-        QCOMPARE(model->data(cell(model, 3, 3), Qt::BackgroundRole).value<QColor>(), QColor(217, 217, 217));
-        QCOMPARE(model->data(cell(model, 3, 3), Qt::EditRole).toString(), QString("分部分项工程费*0.015"));
-        QCOMPARE(model->data(cell(model, 0, 2), Qt::FontRole).value<QFont>().family(), QString("SimSun"));
+        QCOMPARE(model->data(cell(model, 1, 2), Qt::BackgroundRole).value<QColor>(),
+                 QColor(255, 236, 255));
+        QCOMPARE(model->data(cell(model, 3, 3), Qt::BackgroundRole).value<QColor>(),
+                 QColor(217, 217, 217));
+        QCOMPARE(model->data(cell(model, 3, 3), Qt::EditRole).toString(),
+                 QString("分部分项工程费*0.015"));
+        QCOMPARE(model->data(cell(model, 0, 2), Qt::FontRole).value<QFont>().family(),
+                 QString("SimSun"));
         QCOMPARE(int(model->flags(cell(model, 5, 3))), 33); // total row
         QCOMPARE(int(model->flags(cell(model, 0, 3))), 35);
         p.current->getTenderInventory()->getQtXmQdHzTable()->SetReadOnlyLocked(true);
@@ -283,8 +292,10 @@ private slots:
             QCOMPARE(call.at(1).toInt(), 47);
             QCOMPARE(call.at(2).value<MsgExplain::ToChangeMenuItemInfo>().nState, 3);
         }
-        QCOMPARE(sent.at(0).at(2).value<MsgExplain::ToChangeMenuItemInfo>().strText, QString("招投标-删除行"));
-        QCOMPARE(sent.at(1).at(2).value<MsgExplain::ToChangeMenuItemInfo>().strText, QString("插入行"));
+        QCOMPARE(sent.at(0).at(2).value<MsgExplain::ToChangeMenuItemInfo>().strText,
+                 QString("招投标-删除行"));
+        QCOMPARE(sent.at(1).at(2).value<MsgExplain::ToChangeMenuItemInfo>().strText,
+                 QString("插入行"));
         sent.clear();
         page.sjWidget()->ChangeDelAndInsAcState(-1);
         p.current->getTenderInventory()->getQtXmQdHzTable()->SetReadOnlyLocked(true);
@@ -345,10 +356,13 @@ private slots:
         ZbrClGzfQdWidget page;
         load(page, p.unit);
         BillModel* model = page.sjWidget()->model();
-        QAbstractItemModelTester tester(model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QAbstractItemModelTester tester(model,
+                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
         QCOMPARE(model->data(cell(model, 0, 9)).toString(), QString()); // zero quantity is blank
         QCOMPARE(model->headerData(0, Qt::Vertical, MaterialListModel::IconShownRole).toInt(), 1);
-        QVERIFY(model->headerData(0, Qt::Vertical, MaterialListModel::IconImageRole).toByteArray().contains("<svg"));
+        QVERIFY(model->headerData(0, Qt::Vertical, MaterialListModel::IconImageRole)
+                    .toByteArray()
+                    .contains("<svg"));
         QVERIFY(!model->headerData(1, Qt::Vertical, MaterialListModel::IconShownRole).isValid());
         QVERIFY(model->setData(cell(model, 0, 9), "2*3.5"));
         QCOMPARE(t->at(0)->getDouble(9), 7.0);

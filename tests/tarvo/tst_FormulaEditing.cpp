@@ -7,9 +7,9 @@
 #include "QtXmQd/QtXmQdWidget.h"
 
 #include "FyBlBusiness.h"
+#include "InteractionSeam.h"
 #include "LxGzXmQdJJjbBusiness.h"
 #include "QtXmQdJJjbBusiness.h"
-#include "InteractionSeam.h"
 #include "XtBlBusiness.h"
 #include "zBaseMenu.h"
 #include "zTableView.h"
@@ -89,7 +89,8 @@ private slots:
         QCOMPARE(dialog.GetFormula(), "措施项目安全文明施工费+" + names.at(160));
         // For looking at: TARVO_SCREENSHOT_DIR=... ./tst_FormulaEditing
         if (qEnvironmentVariableIsSet("TARVO_SCREENSHOT_DIR"))
-            dialog.grab().save(qEnvironmentVariable("TARVO_SCREENSHOT_DIR") + "/formula-dialog.png");
+            dialog.grab().save(qEnvironmentVariable("TARVO_SCREENSHOT_DIR") +
+                               "/formula-dialog.png");
     }
 
     void ratesLoadAndConvert_data()
@@ -99,10 +100,14 @@ private slots:
         QTest::addColumn<int>("taxUnit");
         QTest::addColumn<double>("quota");
         QTest::addColumn<QString>("quotaShown");
-        QTest::newRow("percent") << "3.41%" << "3.41" << 0 << 0.1 << "10";
-        QTest::newRow("per mille") << "9‰" << "9" << 1 << 0.0015 << "0.15";
-        QTest::newRow("no sign") << "3.41" << "3.41" << 0 << 0.0014 << "0.14";
-        QTest::newRow("one") << "" << "" << 0 << 0.01 << "1";
+        QTest::newRow("percent") << "3.41%"
+                                 << "3.41" << 0 << 0.1 << "10";
+        QTest::newRow("per mille") << "9‰"
+                                   << "9" << 1 << 0.0015 << "0.15";
+        QTest::newRow("no sign") << "3.41"
+                                 << "3.41" << 0 << 0.0014 << "0.14";
+        QTest::newRow("one") << ""
+                             << "" << 0 << 0.01 << "1";
     }
 
     void ratesLoadAndConvert()
@@ -201,7 +206,8 @@ private slots:
         page.ProcMsg(74, &node);
         auto* model = static_cast<QtXmQdModel*>(page.sjWidget()->model());
         const QModelIndex amount = model->index(1, model->columnOfField(3));
-        auto* editor = qobject_cast<AmountEditor*>(amount.data(Qtitan::EditorRole).value<QObject*>());
+        auto* editor =
+            qobject_cast<AmountEditor*>(amount.data(Qtitan::EditorRole).value<QObject*>());
         QVERIFY(editor);
         QVERIFY(!model->index(0, model->columnOfField(3)).data(Qtitan::EditorRole).isValid());
         QCOMPARE(amount.data().toString(), QString("15000.00"));
@@ -217,10 +223,12 @@ private slots:
         QCOMPARE(asked.first().first().toString(), QString("分部分项工程费*0.015"));
         // A press just outside the line edit is ignored; suppressed, nothing happens.
         edit->resize(100, 20);
-        QMouseEvent outside(QEvent::MouseButtonPress, QPointF(100, 5), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent outside(QEvent::MouseButtonPress, QPointF(100, 5), Qt::LeftButton,
+                            Qt::LeftButton, Qt::NoModifier);
         QCoreApplication::sendEvent(edit.get(), &outside);
         QCOMPARE(asked.count(), 1);
-        QMouseEvent inside(QEvent::MouseButtonPress, QPointF(50, 5), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+        QMouseEvent inside(QEvent::MouseButtonPress, QPointF(50, 5), Qt::LeftButton, Qt::LeftButton,
+                           Qt::NoModifier);
         QCoreApplication::sendEvent(edit.get(), &inside);
         QCOMPARE(asked.count(), 2);
         editor->setSuppress(true);
@@ -235,7 +243,8 @@ private slots:
         TestProject p;
         QtXmQdHzTable* t = fill(p);
         p.current->setXtBl(10, "9%");
-        FyBlBusiness::GetInstance()->ChangeFyBl(p.index, 0, 3, FyBlBusiness::QuotaFeeRateId, 0.0014);
+        FyBlBusiness::GetInstance()->ChangeFyBl(p.index, 0, 3, FyBlBusiness::QuotaFeeRateId,
+                                                0.0014);
         QtXmQdWidget page;
         QVariant node = QVariant::fromValue(p.unit);
         page.ProcMsg(74, &node);
@@ -285,11 +294,13 @@ private slots:
         QtXmQdWidget page;
         QVariant node = QVariant::fromValue(p.unit);
         page.ProcMsg(74, &node);
-        InteractionSeam::setModalHook([](QDialog* d) { static_cast<FormulaEditingDialog*>(d)->SetFormula("1200*3"); });
+        InteractionSeam::setModalHook(
+            [](QDialog* d) { static_cast<FormulaEditingDialog*>(d)->SetFormula("1200*3"); });
         InteractionSeam::pushAnswer(int(QDialog::Accepted));
         static_cast<QtXmQdSjWidget*>(page.sjWidget())->EditFormula(2);
         QCOMPARE(t->at(2)->getDouble(3), 3600.0); // an ordinary row keeps what it comes to
-        QVERIFY(InteractionSeam::lastShown().text.startsWith("注意：如果此处录入或计算产生的金额不包含在单位工程造价中"));
+        QVERIFY(InteractionSeam::lastShown().text.startsWith(
+            "注意：如果此处录入或计算产生的金额不包含在单位工程造价中"));
     }
 
     void extractingDayworkFeesIsOneStep()

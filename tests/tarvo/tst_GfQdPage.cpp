@@ -42,7 +42,10 @@ private:
             QFile::copy(file.filePath(), to + QLatin1Char('/') + file.fileName());
     }
 
-    static GfQdSjWidget* grid(GfQdWidget& page) { return static_cast<GfQdSjWidget*>(page.sjWidget()); }
+    static GfQdSjWidget* grid(GfQdWidget& page)
+    {
+        return static_cast<GfQdSjWidget*>(page.sjWidget());
+    }
 
     static void load(GfQdWidget& page, ProTreeNode* node)
     {
@@ -87,16 +90,19 @@ private slots:
     {
         const QStringList names = GfQdSjWidget::TemplateNames();
         QCOMPARE(names.size(), 9);
-        for (const char* name : {"2020定额规费税金清单-简易计税", "2020定额规费税金清单-一般计税", "2015定额规费税金清单-简易计税",
-                                 "2015定额规费税金清单-一般计税", "GB50500-2013规费税金清单", "GB50500-2008规费税金清单",
+        for (const char* name : {"2020定额规费税金清单-简易计税", "2020定额规费税金清单-一般计税",
+                                 "2015定额规费税金清单-简易计税", "2015定额规费税金清单-一般计税",
+                                 "GB50500-2013规费税金清单", "GB50500-2008规费税金清单",
                                  "规费税金清单", "2009规费项目清单", "规费清单"})
             QVERIFY2(names.contains(QString::fromUtf8(name)), name);
         // Hidden files count, symbolic links do not.
-        QFile hidden(m_app.filePath(HostConstants::SubGCSZDir + ".我的" + HostConstants::GfQdTemplateFileProfix));
+        QFile hidden(m_app.filePath(HostConstants::SubGCSZDir + ".我的" +
+                                    HostConstants::GfQdTemplateFileProfix));
         QVERIFY(hidden.open(QIODevice::WriteOnly));
         hidden.close();
         QFile::link(m_app.filePath(HostConstants::SubGCSZDir + "规费清单.gfqd"),
-                    m_app.filePath(HostConstants::SubGCSZDir + "链接" + HostConstants::GfQdTemplateFileProfix));
+                    m_app.filePath(HostConstants::SubGCSZDir + "链接" +
+                                   HostConstants::GfQdTemplateFileProfix));
         QCOMPARE(GfQdSjWidget::TemplateNames().size(), 10);
         QVERIFY(GfQdSjWidget::TemplateNames().contains(".我的"));
         hidden.remove();
@@ -144,7 +150,8 @@ private slots:
         QCOMPARE(list->at(1)->getDouble(5), 15000.0); // 200000 x 7.5%
         const double fees = FyBlBusiness::GetInstance()->GetFyBlValueByName(p.plain, "规费合计");
         QCOMPARE(fees, 31200.0); // 200000 x 15.1% + 1000000 x 0.1%
-        QCOMPARE(list->at(8)->getDouble(5), std::round((1000000.0 + 120000.0 + fees) * 9.0) / 100.0);
+        QCOMPARE(list->at(8)->getDouble(5),
+                 std::round((1000000.0 + 120000.0 + fees) * 9.0) / 100.0);
         QCOMPARE(undo()->undoStack()->count(), 1);
         QCOMPARE(undo()->undoStack()->undoText(), QString("调用内容模板"));
 
@@ -173,7 +180,8 @@ private slots:
         load(page, p.plainUnit);
         grid(page)->CurGfSjTamplateChanged("不存在的模板");
         QVERIFY(InteractionSeam::shown().isEmpty());
-        QFile bad(m_app.filePath(HostConstants::SubGCSZDir + "坏模板" + HostConstants::GfQdTemplateFileProfix));
+        QFile bad(m_app.filePath(HostConstants::SubGCSZDir + "坏模板" +
+                                 HostConstants::GfQdTemplateFileProfix));
         QVERIFY(bad.open(QIODevice::WriteOnly));
         bad.write("{\"format\": \"Tarvo content template\", \"tableType\": 104, \"rows\": [1, 2");
         bad.close();
@@ -190,7 +198,8 @@ private slots:
         TestProject p;
         GfSjQdTable* list = p.plain->getTenderInventory()->getGfSjQdTable();
         TestProject::row(list, 1, {{1, "1"}, {2, "规费"}});
-        TestProject::row(list, 0, {{1, "1.1"}, {2, "安全生产责任险"}, {3, "分部分项工程费"}, {4, 0.2}});
+        TestProject::row(list, 0,
+                         {{1, "1.1"}, {2, "安全生产责任险"}, {3, "分部分项工程费"}, {4, 0.2}});
         GfQdWidget page;
         load(page, p.plainUnit);
         InteractionSeam::pushAnswer(QString("我的规费"));

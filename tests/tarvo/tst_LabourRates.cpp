@@ -63,8 +63,10 @@ private slots:
         QDir().mkpath(m_app->filePath(HostConstants::GCSZDir));
         QDir().mkpath(m_app->filePath("Config/TableHeader"));
         for (const QString base : {"LXRG", "MASTER"})
-            QFile::copy(m_shipped + "Database/" + base + ".db", m_app->filePath("Database/" + base + ".db"));
-        for (const QFileInfo& f : QDir(m_shipped + HostConstants::GCSZDir).entryInfoList(QDir::Files))
+            QFile::copy(m_shipped + "Database/" + base + ".db",
+                        m_app->filePath("Database/" + base + ".db"));
+        for (const QFileInfo& f :
+             QDir(m_shipped + HostConstants::GCSZDir).entryInfoList(QDir::Files))
             QFile::copy(f.filePath(), m_app->filePath(HostConstants::GCSZDir + f.fileName()));
         for (const QFileInfo& f : QDir(m_shipped + "Config/TableHeader").entryInfoList(QDir::Files))
             QFile::copy(f.filePath(), m_app->filePath("Config/TableHeader/" + f.fileName()));
@@ -78,7 +80,8 @@ private slots:
     void idsCountUpFromTheLargestThenStartAgain()
     {
         SporadicTableModel model;
-        QAbstractItemModelTester tester(&model, QAbstractItemModelTester::FailureReportingMode::QtTest);
+        QAbstractItemModelTester tester(&model,
+                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
         model.Load("成都市区", "2021年5月");
         QCOMPARE(model.rowCount(), 8);
         const int max = scalar(db("MASTER"), "select max(FID) as n from lxrg");
@@ -106,12 +109,17 @@ private slots:
         QCOMPARE(model.pendingChanges().size(), 3); // three edits, three updates
         QVERIFY(!model.setData(model.index(0, 1), "1", Qt::DisplayRole));
         model.insertRows(1, 1);
-        QCOMPARE(SporadicTableModel::StatementOf(model.pendingChanges().last()).left(12), QString("insert info "));
+        QCOMPARE(SporadicTableModel::StatementOf(model.pendingChanges().last()).left(12),
+                 QString("insert info "));
         QVERIFY(!model.slotSaveModifyRecord());
-        QCOMPARE(text(db("MASTER"), QString("select dj from lxrg where FID=%1").arg(fid), "dj"), QString("113"));
-        QCOMPARE(scalar(db("MASTER"), "select count(*) as n from lxrg where gz is null or gz=''"), 0);
-        QCOMPARE(SporadicTableModel::StatementOf(model.pendingChanges().at(0)),
-                 QString("update main.lxrg set gz='普工', dj=111, bz='川建价发〔2021〕号' where FID=%1;").arg(fid));
+        QCOMPARE(text(db("MASTER"), QString("select dj from lxrg where FID=%1").arg(fid), "dj"),
+                 QString("113"));
+        QCOMPARE(scalar(db("MASTER"), "select count(*) as n from lxrg where gz is null or gz=''"),
+                 0);
+        QCOMPARE(
+            SporadicTableModel::StatementOf(model.pendingChanges().at(0)),
+            QString("update main.lxrg set gz='普工', dj=111, bz='川建价发〔2021〕号' where FID=%1;")
+                .arg(fid));
     }
 
     void deletesAndAQuoteInAValue()
@@ -122,7 +130,9 @@ private slots:
         model.removeRows(0, 1);
         QVERIFY(model.slotSaveModifyRecord());
         QCOMPARE(InteractionSeam::lastShown().text, QString("数据保存成功！"));
-        QCOMPARE(scalar(db("MASTER"), QString("select count(*) as n from lxrg where FID=%1").arg(fid)), 0);
+        QCOMPARE(
+            scalar(db("MASTER"), QString("select count(*) as n from lxrg where FID=%1").arg(fid)),
+            0);
         model.Load("绵阳市", "2021年5月");
         model.setData(model.index(0, 2), "按'实'计");
         QVERIFY(!model.slotSaveModifyRecord()); // no escaping: the statement breaks
@@ -143,9 +153,11 @@ private slots:
 
     void timesAreListedNewestFirst()
     {
-        QCOMPARE(SporadicWorksWidget::SortTimes({"2021年5月", "2020年12月", "2021年10月", "2021年"}),
-                 QStringList({"2021年10月", "2021年5月", "2021年", "2020年12月"}));
-        QCOMPARE(SporadicWorksWidget::SortTimes({"待定", "2019年1月"}), QStringList({"2019年1月", "待定"}));
+        QCOMPARE(
+            SporadicWorksWidget::SortTimes({"2021年5月", "2020年12月", "2021年10月", "2021年"}),
+            QStringList({"2021年10月", "2021年5月", "2021年", "2020年12月"}));
+        QCOMPARE(SporadicWorksWidget::SortTimes({"待定", "2019年1月"}),
+                 QStringList({"2019年1月", "待定"}));
     }
 
     void panelShowsTheNewestTimeAndPicks()
@@ -189,7 +201,8 @@ private slots:
         QCOMPARE(RURecordControl::GetInstance()->undoStack()->count(), 0);
         QItemSelectionModel* selection = grid->view()->selectionModel();
         BillModel* model = grid->model();
-        for (auto [row, column] : {std::pair{0, 1}, std::pair{1, 1}, std::pair{1, 2}, std::pair{2, 0}})
+        for (auto [row, column] :
+             {std::pair{0, 1}, std::pair{1, 1}, std::pair{1, 2}, std::pair{2, 0}})
             selection->select(model->index(row, column), QItemSelectionModel::Select);
         QSignalSpy panelPick(page.sporadicWidget(), &SporadicWorksWidget::signalSelectSporadicItem);
         emit page.sporadicWidget()->signalSelectSporadicItem(150);
@@ -199,7 +212,8 @@ private slots:
         QCOMPARE(t->at(3)->getDouble(4), 120.0);
         QCOMPARE(t->at(1)->getDouble(7), 1500.0);
         QCOMPARE(RURecordControl::GetInstance()->undoStack()->count(), 1);
-        QCOMPARE(RURecordControl::GetInstance()->undoStack()->undoText(), QString("选择零星人工单价"));
+        QCOMPARE(RURecordControl::GetInstance()->undoStack()->undoText(),
+                 QString("选择零星人工单价"));
         QVERIFY(RURecordControl::GetInstance()->Undo());
         QCOMPARE(t->at(1)->getDouble(4), 100.0);
         QCOMPARE(t->at(2)->getDouble(4), 130.0);
@@ -223,8 +237,12 @@ private slots:
         QCOMPARE(dialog.rows().size(), 8);
         dialog.slotCopyData({"新区一", "新区二"});
         QCOMPARE(InteractionSeam::lastShown().text, QString("复用成功"));
-        QCOMPARE(scalar(LxrgStore::Path(), "select count(*) as n from lxrg where dq in ('新区一','新区二') and sj='2021年5月'"), 16);
-        QCOMPARE(text(LxrgStore::Path(), "select dj from lxrg where dq='新区一' and gz='普工'", "dj"), QString(" 110"));
+        QCOMPARE(scalar(LxrgStore::Path(), "select count(*) as n from lxrg where dq in "
+                                           "('新区一','新区二') and sj='2021年5月'"),
+                 16);
+        QCOMPARE(
+            text(LxrgStore::Path(), "select dj from lxrg where dq='新区一' and gz='普工'", "dj"),
+            QString(" 110"));
     }
 
     void maintenanceRowsAndRefusals()
@@ -232,7 +250,9 @@ private slots:
         TLxrgwh dialog("空地区", "2030年1月");
         QCOMPARE(dialog.rows().size(), 0);
         dialog.slotAddRow(); // no row yet: a bare row for the pair
-        QCOMPARE(scalar(LxrgStore::Path(), "select count(*) as n from lxrg where dq='空地区' and gz is null"), 1);
+        QCOMPARE(scalar(LxrgStore::Path(),
+                        "select count(*) as n from lxrg where dq='空地区' and gz is null"),
+                 1);
         QCOMPARE(dialog.rows().size(), 1);
         dialog.setCurrentRow(0);
         dialog.slotAddRow(); // the row has no trade yet
@@ -295,7 +315,8 @@ private slots:
         zBatMessage second("instance-b", busDir.path());
         QSignalSpy received(&second, &zBatMessage::doNotify);
         QSignalSpy echoed(&first, &zBatMessage::doNotify);
-        const QJsonObject message{{"cmd", "NotifyLxRgDbChange"}, {"data", QJsonObject{{"appId", "instance-a"}}}};
+        const QJsonObject message{{"cmd", "NotifyLxRgDbChange"},
+                                  {"data", QJsonObject{{"appId", "instance-a"}}}};
         QCOMPARE(first.SendAsyn(message), 1);
         QTRY_COMPARE(received.count(), 1);
         QCOMPARE(QJsonDocument::fromJson(received.first().first().toByteArray()).object(), message);
@@ -307,7 +328,8 @@ private slots:
         QSignalSpy reloads(panel.model(), &QAbstractItemModel::modelReset);
         panel.slotServiceNotify(QJsonDocument(message).toJson());
         QCOMPARE(reloads.count(), 1);
-        const QJsonObject own{{"cmd", "NotifyLxRgDbChange"}, {"data", QJsonObject{{"appId", "instance-b"}}}};
+        const QJsonObject own{{"cmd", "NotifyLxRgDbChange"},
+                              {"data", QJsonObject{{"appId", "instance-b"}}}};
         panel.slotServiceNotify(QJsonDocument(own).toJson());
         panel.slotServiceNotify("not json");
         QCOMPARE(reloads.count(), 1);

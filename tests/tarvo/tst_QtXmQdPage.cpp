@@ -37,7 +37,10 @@ private:
     {
         QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
         for (int i = 0; i < ordinaryRows; ++i)
-            TestProject::row(t, 0, {{1, QString::number(i + 1)}, {2, QString("项目%1").arg(i + 1)}, {3, 100.0 * (i + 1)}});
+            TestProject::row(t, 0,
+                             {{1, QString::number(i + 1)},
+                              {2, QString("项目%1").arg(i + 1)},
+                              {3, 100.0 * (i + 1)}});
         TestProject::row(t, 4, {{2, "合计"}});
         return t;
     }

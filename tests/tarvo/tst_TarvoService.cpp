@@ -22,8 +22,8 @@ private:
     {
         ProjectSettingSpace::ServiceFuncPageInfo info;
         info.strServiceName = "TarvoService";
-        for (const char* page : {"其他项目清单", "招标人材料购置费清单", "零星工作项目人工单价清单", "规费税金清单",
-                                 "需评审的材料清单", "暂估材料(工程设备)清单"}) {
+        for (const char* page : {"其他项目清单", "招标人材料购置费清单", "零星工作项目人工单价清单",
+                                 "规费税金清单", "需评审的材料清单", "暂估材料(工程设备)清单"}) {
             ProjectSettingSpace::ProFuncPageInfo p;
             p.strPageName = QString::fromUtf8(page);
             info.listPageInfo << p;
@@ -48,7 +48,8 @@ private slots:
         activator.Start("TarvoService");
         TarvoService* first = activator.service();
         QVERIFY(first);
-        QCOMPARE(osgi::ObjectHelper::GetService("TarvoService"), static_cast<UISerInterface*>(first));
+        QCOMPARE(osgi::ObjectHelper::GetService("TarvoService"),
+                 static_cast<UISerInterface*>(first));
         activator.Start("TarvoService");
         QCOMPARE(activator.service(), first);
 
@@ -63,7 +64,8 @@ private slots:
         TarvoService service;
         QList<int> ids;
         service.GetMsgIdList(ids);
-        QCOMPARE(ids, QList<int>({31, 12, 79, 74, 49, 606, 71, 6, 5, 7000, 7002, 7003, 7004, 7005, 7006}));
+        QCOMPARE(ids, QList<int>(
+                          {31, 12, 79, 74, 49, 606, 71, 6, 5, 7000, 7002, 7003, 7004, 7005, 7006}));
         QCOMPARE(service.GetServiceName(), QString("TarvoService"));
     }
 
@@ -71,11 +73,13 @@ private slots:
     {
         SerContentInfo a{"GfQdService", true, false, {"规费清单"}};
         SerContentInfo b{"GfQdService", false, true, {"规费税金清单"}};
-        ProjectSettingHelper::GetProjectSettingHelper()->SetChildrenServiceInfo("TarvoService", {a, b});
+        ProjectSettingHelper::GetProjectSettingHelper()->SetChildrenServiceInfo("TarvoService",
+                                                                                {a, b});
         TarvoService service;
         ProjectSettingHelper::GetProjectSettingHelper()->ResetChildrenServiceInfo();
         QCOMPARE(service.childPages().size(), 1);
-        QCOMPARE(service.childPages().value("GfQdService").listPageNames, QStringList{"规费税金清单"});
+        QCOMPARE(service.childPages().value("GfQdService").listPageNames,
+                 QStringList{"规费税金清单"});
         QVERIFY(service.childPages().value("GfQdService").bReserved);
     }
 

@@ -1,8 +1,8 @@
 #include "TestProject.h"
 
 #include "TarvoWidget.h"
-#include "common/BillPageWidget.h"
 #include "common/BillModel.h"
+#include "common/BillPageWidget.h"
 #include "common/BillSjWidget.h"
 
 #include "Communication.h"
@@ -11,8 +11,8 @@
 #include "ProjectSettingHelper.h"
 #include "SharedInterface.h"
 #include "TabPageInfo.h"
-#include "zTableView.h"
 #include "zProTabWidget.h"
+#include "zTableView.h"
 
 #include <QTabBar>
 #include <QTemporaryDir>
@@ -26,15 +26,17 @@ class tst_TarvoWidget : public QObject
 private:
     static const QStringList& pageOrder()
     {
-        static const QStringList order = {"其他项目清单", "招标人材料购置费清单", "零星工作项目人工单价清单", "规费税金清单",
-                                          "需评审的材料清单", "暂估材料(工程设备)清单"};
+        static const QStringList order = {
+            "其他项目清单", "招标人材料购置费清单", "零星工作项目人工单价清单",
+            "规费税金清单", "需评审的材料清单",     "暂估材料(工程设备)清单"};
         return order;
     }
 
     static QMap<QString, SerContentInfo> services()
     {
         QMap<QString, SerContentInfo> map;
-        const QStringList names = {"QtXmQdJJjbService", "ZbrClGzfQdService", "LxGzXmQdJJjbService", "GfQdService",
+        const QStringList names = {"QtXmQdJJjbService",       "ZbrClGzfQdService",
+                                   "LxGzXmQdJJjbService",     "GfQdService",
                                    "XSjCqPsDClQdJJgbService", "ZgClQdService"};
         for (int i = 0; i < names.size(); ++i)
             map.insert(names.at(i), SerContentInfo{names.at(i), true, false, {pageOrder().at(i)}});
@@ -61,7 +63,11 @@ private:
     }
 
 private slots:
-    void init() { InteractionSeam::setScripted(true); InteractionSeam::clear(); }
+    void init()
+    {
+        InteractionSeam::setScripted(true);
+        InteractionSeam::clear();
+    }
 
     void tabsInTheFixedOrderOnlyForProvidedPages()
     {
@@ -100,7 +106,8 @@ private slots:
         widget.tabs()->setCurrentIndex(0);
         widget.tabs()->setCurrentIndex(3);
         QCOMPARE(widget.widgetService().size(), 2);
-        QCOMPARE(widget.tabs()->GetAlreadyCreatePage().keys(), QStringList({"GfQdService", "QtXmQdJJjbService"}));
+        QCOMPARE(widget.tabs()->GetAlreadyCreatePage().keys(),
+                 QStringList({"GfQdService", "QtXmQdJJjbService"}));
     }
 
     void broadcastReachesCreatedPagesOnly()
@@ -171,7 +178,8 @@ private slots:
         widget.tabs()->setCurrentIndex(3);
         QCOMPARE(p.current->getXtBl(25).toString(), QString("规费税金清单"));
         QCOMPARE(p.current->getConfig()->getItem(25).toString(), QString("规费税金清单"));
-        QCOMPARE(Communication::GetInstance()->GetActiveSecondLevelWidget(), widget.tabs()->GetCurrentContentWidget());
+        QCOMPARE(Communication::GetInstance()->GetActiveSecondLevelWidget(),
+                 widget.tabs()->GetCurrentContentWidget());
     }
 
     void changeActivePageShowsAndSelectsIt()
@@ -183,7 +191,8 @@ private slots:
         QVariant info = QVariant::fromValue(MsgExplain::ToChangeActivePageInfo{"规费税金清单"});
         widget.ProcMsg(49, &info);
         QCOMPARE(widget.tabs()->count(), 6);
-        QCOMPARE(widget.tabs()->GetSysNameByIndex(widget.tabs()->currentIndex()), QString("规费税金清单"));
+        QCOMPARE(widget.tabs()->GetSysNameByIndex(widget.tabs()->currentIndex()),
+                 QString("规费税金清单"));
     }
 
     void headerTemplateSlotsAskTheHost()
@@ -211,7 +220,9 @@ private slots:
         widget.tabs()->setCurrentIndex(3);
         widget.tabs()->setCurrentIndex(0);
         auto viewAt = [&](int index) {
-            return qobject_cast<BillPageWidget*>(widget.tabs()->contentWidget(index))->sjWidget()->view();
+            return qobject_cast<BillPageWidget*>(widget.tabs()->contentWidget(index))
+                ->sjWidget()
+                ->view();
         };
         zTableView* current = viewAt(0);
         zTableView* other = viewAt(3);

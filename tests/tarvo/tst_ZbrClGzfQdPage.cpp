@@ -36,11 +36,17 @@ private:
         ZbrClGzfQdWidget widget;
     };
 
-    static ZbrClGzfQdTable* list(TestProject& p) { return p.current->getTenderInventory()->getZbrClGzfQdTable(); }
-
-    static void material(GeneralTableBase* t, int serial, const QString& name, double price, double quantity)
+    static ZbrClGzfQdTable* list(TestProject& p)
     {
-        TestProject::row(t, 1, {{1, serial}, {3, name}, {5, "t"}, {7, price}, {9, quantity}, {10, price * quantity}});
+        return p.current->getTenderInventory()->getZbrClGzfQdTable();
+    }
+
+    static void material(GeneralTableBase* t, int serial, const QString& name, double price,
+                         double quantity)
+    {
+        TestProject::row(
+            t, 1,
+            {{1, serial}, {3, name}, {5, "t"}, {7, price}, {9, quantity}, {10, price * quantity}});
     }
 
     static QStringList names(GeneralTableBase* t)
@@ -60,11 +66,18 @@ private:
         return rows;
     }
 
-    static void unitMaterial(ConstructionWorks* works, const QString& name, double price, double quantity,
-                             bool provisional = false, const QString& origin = "四川")
+    static void unitMaterial(ConstructionWorks* works, const QString& name, double price,
+                             double quantity, bool provisional = false,
+                             const QString& origin = "四川")
     {
         TestProject::row(works->getRcjHzTable(), 1,
-                         {{3, name}, {4, ""}, {5, "t"}, {7, price}, {9, quantity}, {11, provisional}, {12, origin}});
+                         {{3, name},
+                          {4, ""},
+                          {5, "t"},
+                          {7, price},
+                          {9, quantity},
+                          {11, provisional},
+                          {12, origin}});
     }
 
 private slots:
@@ -87,7 +100,12 @@ private slots:
         Page page(p);
         page.grid()->Sort(ZbrClGzfQdSjWidget::ByQuantity);
         QCOMPARE(names(t), QStringList({"安全网", "钢筋", "电梯", "水泥", "合计"}));
-        QCOMPARE(page.grid()->model()->index(3, page.grid()->model()->columnOfField(9)).data().toString(), QString());
+        QCOMPARE(page.grid()
+                     ->model()
+                     ->index(3, page.grid()->model()->columnOfField(9))
+                     .data()
+                     .toString(),
+                 QString());
         QCOMPARE(undo()->undoStack()->undoText(), QString("排序.数量"));
         page.grid()->Sort(ZbrClGzfQdSjWidget::ByName); // pinyin order
         QCOMPARE(names(t), QStringList({"安全网", "电梯", "钢筋", "水泥", "合计"}));
@@ -174,12 +192,14 @@ private slots:
         page.grid()->KeepFirstRows(3);
         QCOMPARE(t->count(), 3);
         QCOMPARE(undo()->undoStack()->undoText(), QString("保留前30行,其余删除"));
-        InteractionSeam::setModalHook([](QDialog* d) { static_cast<RowsCountInputDialog*>(d)->setRowsCount(2); });
+        InteractionSeam::setModalHook(
+            [](QDialog* d) { static_cast<RowsCountInputDialog*>(d)->setRowsCount(2); });
         InteractionSeam::pushAnswer(int(QDialog::Accepted));
         page.grid()->KeepFirstRowsAsked();
         QCOMPARE(t->count(), 2);
         QCOMPARE(undo()->undoStack()->undoText(), QString("保留前2行,其余删除"));
-        InteractionSeam::setModalHook([](QDialog* d) { static_cast<RowsCountInputDialog*>(d)->setRowsCount(0); });
+        InteractionSeam::setModalHook(
+            [](QDialog* d) { static_cast<RowsCountInputDialog*>(d)->setRowsCount(0); });
         InteractionSeam::pushAnswer(int(QDialog::Accepted));
         page.grid()->KeepFirstRowsAsked();
         QCOMPARE(t->count(), 2); // n = 0 removes nothing
@@ -236,12 +256,14 @@ private slots:
         for (const char* name : {"钢筋", "水泥", "中砂", "碎石", "电梯", "变压器"})
             material(t, t->count() + 1, QString::fromUtf8(name), 1, 1);
         Page page(p);
-        InteractionSeam::setModalHook([](QDialog* d) { static_cast<SummarySelectionDialog*>(d)->choose(1); });
+        InteractionSeam::setModalHook(
+            [](QDialog* d) { static_cast<SummarySelectionDialog*>(d)->choose(1); });
         InteractionSeam::pushAnswer(int(QDialog::Accepted));
         page.grid()->slotAcSxZgCl();
         QCOMPARE(InteractionSeam::lastShown().text,
                  QString("有3条材料在单位工程中的价格不统一(该类材料由定义块选中！)\n"
-                         "有2条材料在单位工程中没有对应数据(该类材料固定列加有问号标记，双击?号可以取消标注！)"));
+                         "有2条材料在单位工程中没有对应数据(该类材料固定列加有问号标记，双击?"
+                         "号可以取消标注！)"));
         QCOMPARE(block(t), QList<int>({0, 1, 2}));
         QCOMPARE(t->at(4)->getValue(22).toBool(), true);
         QCOMPARE(t->at(5)->getValue(22).toBool(), true);
@@ -250,7 +272,8 @@ private slots:
         QCOMPARE(ZbrClGzfQdSjWidget::RefreshReport(0, 0), QString());
         if (qEnvironmentVariableIsSet("TARVO_SCREENSHOT_DIR")) { // for looking at
             page.widget.resize(1100, 360);
-            page.widget.grab().save(qEnvironmentVariable("TARVO_SCREENSHOT_DIR") + "/materials-refreshed.png");
+            page.widget.grab().save(qEnvironmentVariable("TARVO_SCREENSHOT_DIR") +
+                                    "/materials-refreshed.png");
         }
 
         // A double-click on the mark dismisses it; a row without one changes nothing.
@@ -261,7 +284,8 @@ private slots:
         QCOMPARE(undo()->undoStack()->count(), 2);
 
         // Summarising starts from no marks and rebuilds the list from the unit projects.
-        InteractionSeam::setModalHook([](QDialog* d) { static_cast<SummarySelectionDialog*>(d)->choose(1); });
+        InteractionSeam::setModalHook(
+            [](QDialog* d) { static_cast<SummarySelectionDialog*>(d)->choose(1); });
         InteractionSeam::pushAnswer(int(QDialog::Accepted));
         // While the host rebuilds, the grid shows the former rows.
         const int former = t->count();

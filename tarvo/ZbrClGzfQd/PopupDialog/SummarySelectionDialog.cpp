@@ -24,7 +24,8 @@ SummarySelectionDialog::SummarySelectionDialog(QWidget* parent)
     setWindowTitle(QStringLiteral("选择"));
     const double ratio = resolutionRatio();
     setFixedSize(qRound(280 * ratio), qRound(220 * ratio));
-    setStyleSheet(QStringLiteral("SummarySelectionDialog { background: #ffffff; border: 1px solid #9fb3c8; }"));
+    setStyleSheet(QStringLiteral(
+        "SummarySelectionDialog { background: #ffffff; border: 1px solid #9fb3c8; }"));
     auto* layout = new QVBoxLayout(this);
     auto* title = new QLabel(QStringLiteral("选择"), this);
     title->setStyleSheet(QStringLiteral("font-weight: bold;"));
@@ -40,7 +41,8 @@ SummarySelectionDialog::SummarySelectionDialog(QWidget* parent)
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-void SummarySelectionDialog::setTexts(const QString& label, const QString& first, const QString& second)
+void SummarySelectionDialog::setTexts(const QString& label, const QString& first,
+                                      const QString& second)
 {
     m_label->setText(label);
     m_first->setText(first);

@@ -28,32 +28,41 @@ private slots:
         const QHash<QString, double> vars = {{"分部分项工程费", 200000.0}, {"措施项目费", 30000.0}};
         double result = 0;
         QString error;
-        QVERIFY(VXParseAlg::getInstance()->ExpCalc("（分部分项工程费＋措施项目费）×３％", vars, result, error));
+        QVERIFY(VXParseAlg::getInstance()->ExpCalc("（分部分项工程费＋措施项目费）×３％", vars,
+                                                   result, error));
         QCOMPARE(result, 6900.0);
         QVERIFY(VXParseAlg::getInstance()->ExpCalc("2*3.5", {}, result, error));
         QCOMPARE(result, 7.0);
         QVERIFY(!VXParseAlg::getInstance()->ExpCalc("未知费用*2", vars, result, error));
         QVERIFY(!error.isEmpty());
         // Table calculation counts a fee variable without an amount yet as 0.
-        QVERIFY(VXParseAlg::getInstance()->ExpCalc("措施项目费+未知费用*2", vars, result, error, true));
+        QVERIFY(
+            VXParseAlg::getInstance()->ExpCalc("措施项目费+未知费用*2", vars, result, error, true));
         QCOMPARE(result, 30000.0);
         QVERIFY(!VXParseAlg::getInstance()->ExpCalc("1+", {}, result, error));
         QVERIFY(!VXParseAlg::getInstance()->ExpCalc("", {}, result, error));
-        QVERIFY(VXParseAlg::getInstance()->CheckExpressionEx("分部分项工程费/措施项目费", vars.keys(), error));
-        QVERIFY(!VXParseAlg::getInstance()->CheckExpressionEx("分部分项工程费/其他", vars.keys(), error));
+        QVERIFY(VXParseAlg::getInstance()->CheckExpressionEx("分部分项工程费/措施项目费",
+                                                             vars.keys(), error));
+        QVERIFY(!VXParseAlg::getInstance()->CheckExpressionEx("分部分项工程费/其他", vars.keys(),
+                                                              error));
         // A division by a variable that is zero is still a well-formed formula.
-        QVERIFY(VXParseAlg::getInstance()->CheckExpressionEx("1/分部分项工程费", vars.keys(), error));
+        QVERIFY(
+            VXParseAlg::getInstance()->CheckExpressionEx("1/分部分项工程费", vars.keys(), error));
     }
 
     void formulaTextBecomesAscii_data()
     {
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("normalised");
-        QTest::newRow("full-width") << QString::fromUtf8("（１２．５＋３）＊２") << QStringLiteral("(12.5+3)*2");
+        QTest::newRow("full-width")
+            << QString::fromUtf8("（１２．５＋３）＊２") << QStringLiteral("(12.5+3)*2");
         QTest::newRow("times and divide") << QString::fromUtf8("6×2÷3") << QStringLiteral("6*2/3");
-        QTest::newRow("spaces of both widths") << QString::fromUtf8(" 1 +\t2\u3000") << QStringLiteral("1+2");
-        QTest::newRow("names kept") << QString::fromUtf8("规费合计－税金") << QString::fromUtf8("规费合计-税金");
-        QTest::newRow("enumeration comma") << QString::fromUtf8("max(1、2)") << QStringLiteral("max(1,2)");
+        QTest::newRow("spaces of both widths")
+            << QString::fromUtf8(" 1 +\t2\u3000") << QStringLiteral("1+2");
+        QTest::newRow("names kept")
+            << QString::fromUtf8("规费合计－税金") << QString::fromUtf8("规费合计-税金");
+        QTest::newRow("enumeration comma")
+            << QString::fromUtf8("max(1、2)") << QStringLiteral("max(1,2)");
     }
 
     void formulaTextBecomesAscii()
@@ -73,13 +82,15 @@ private slots:
         BaseDataItem* provisional = TestProject::row(t, 2, {{1, "2"}, {2, "暂估价"}, {3, 999.0}});
         TestProject::row(t, 0, {{1, "2.1"}, {2, "材料暂估价"}, {3, 0.0}});
         TestProject::row(t, 0, {{1, "2.2"}, {2, "专业工程暂估价"}, {3, 30000.0}});
-        BaseDataItem* service = TestProject::row(t, 3, {{1, "3"}, {2, "总承包服务费"}, {3, "分部分项工程费*0.015"}});
+        BaseDataItem* service =
+            TestProject::row(t, 3, {{1, "3"}, {2, "总承包服务费"}, {3, "分部分项工程费*0.015"}});
         BaseDataItem* total = TestProject::row(t, 4, {{2, "合计"}});
         QtXmQdJJjbBusiness::CalculateTable(p.current, t);
         QCOMPARE(provisional->getDouble(3), 30000.0);
         QCOMPARE(service->getDouble(6), 15000.0);
         QCOMPARE(total->getDouble(3), 95000.0); // top-level rows only, the subtotal once
-        QCOMPARE(FyBlBusiness::GetInstance()->GetFyBlValueByName(p.current, "其他项目合计"), 95000.0);
+        QCOMPARE(FyBlBusiness::GetInstance()->GetFyBlValueByName(p.current, "其他项目合计"),
+                 95000.0);
 
         // Text typed as a number is a number; the total row is not editable.
         QVERIFY(QtXmQdJJjbBusiness::ProcColunmValueChanged(p.current, t, 0, 3, QString(" 60000 ")));
@@ -144,7 +155,8 @@ private slots:
 
         RURecordControl::GetInstance()->BeginRecord();
         QVERIFY(QtXmQdJJjbBusiness::GridRowMove(p.current, t, 2, 0)); // the subtotal to the top
-        RURecordControl::GetInstance()->EndRecord(OperatingUIInfo(77, 0, 3, 101, 22, "其他项目清单移动行"));
+        RURecordControl::GetInstance()->EndRecord(
+            OperatingUIInfo(77, 0, 3, 101, 22, "其他项目清单移动行"));
         QCOMPARE(t->items(), (QList<BaseDataItem*>{sub, a, b, total}));
         QCOMPARE(sub->getDouble(3), 0.0);
         QCOMPARE(total->getDouble(3), 30.0);
@@ -164,7 +176,8 @@ private slots:
         TestProject::row(t, 0, {{2, "暂列金额"}, {3, 10.0}});
         BusinessFaultInjection::setFault([] { throw std::runtime_error("business failure"); });
         QVERIFY_EXCEPTION_THROWN(
-            QtXmQdJJjbBusiness::ProcColunmValueChanged(p.current, t, 0, 3, 20.0), std::runtime_error);
+            QtXmQdJJjbBusiness::ProcColunmValueChanged(p.current, t, 0, 3, 20.0),
+            std::runtime_error);
         QCOMPARE(t->at(0)->getDouble(3), 10.0); // nothing changed before the failure
         QVERIFY(QtXmQdJJjbBusiness::ProcColunmValueChanged(p.current, t, 0, 3, 20.0));
         QCOMPARE(t->at(0)->getDouble(3), 20.0);
@@ -196,8 +209,10 @@ private slots:
         fyBl->setValue(p.current, "分部分项工程费", 500000.0);
         GfSjQdTable* t = p.current->getTenderInventory()->getGfSjQdTable();
         TestProject::row(t, 1, {{2, "规费"}});
-        BaseDataItem* pension = TestProject::row(t, 0, {{2, "养老保险费"}, {3, "分部分项人工费"}, {4, 7.5}});
-        BaseDataItem* tax = TestProject::row(t, 2, {{2, "税金"}, {3, "分部分项工程费+规费合计"}, {4, 9.0}});
+        BaseDataItem* pension =
+            TestProject::row(t, 0, {{2, "养老保险费"}, {3, "分部分项人工费"}, {4, 7.5}});
+        BaseDataItem* tax =
+            TestProject::row(t, 2, {{2, "税金"}, {3, "分部分项工程费+规费合计"}, {4, 9.0}});
         GfQdBusiness::CalculateGfQdTable(p.current, t);
         QCOMPARE(pension->getDouble(5), 7500.0);
         QCOMPARE(tax->getDouble(6), 507500.0);

@@ -30,7 +30,8 @@ private:
         QFile::remove(path(to));
         QVERIFY(QFile::copy(path(from), path(to)));
         {
-            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("edit"));
+            QSqlDatabase db =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("edit"));
             db.setDatabaseName(path(to));
             QVERIFY(db.open());
             QVERIFY(QSqlQuery(db).exec(sql));
@@ -47,7 +48,8 @@ private slots:
         ConstructionWorks* works = sample->works(0, ProTreeNode::Id(unit));
         BaseDataItem* row = works->getTenderInventory()->getQtXmQdHzTable()->at(0);
         row->loadState(0, true, 36, QStringLiteral("含税"));
-        row->loadValue(9, QVariant::fromValue(QStringList{QStringLiteral("甲"), QStringLiteral("乙")}));
+        row->loadValue(
+            9, QVariant::fromValue(QStringList{QStringLiteral("甲"), QStringLiteral("乙")}));
         works->setXtBl(25, QStringLiteral("规费税金清单"));
         works->getConfig()->setItem(2, QStringLiteral("2020定额其他项目清单"));
         works->getTenderInventory()->getGfSjQdTable()->SetReadOnlyLocked(true);
@@ -55,11 +57,13 @@ private slots:
         sample->setProjectWorkChanged(true);
 
         QString error;
-        QVERIFY2(ProjectFile::Save(sample.get(), path(QStringLiteral("a.tarvo")), &error), qPrintable(error));
+        QVERIFY2(ProjectFile::Save(sample.get(), path(QStringLiteral("a.tarvo")), &error),
+                 qPrintable(error));
         QVERIFY(!sample->isProjectWorkChanged());
         QVERIFY(!QFile::exists(path(QStringLiteral("a.tarvo.tmp"))));
 
-        std::unique_ptr<ProjectWorks> opened = ProjectFile::Open(path(QStringLiteral("a.tarvo")), &error);
+        std::unique_ptr<ProjectWorks> opened =
+            ProjectFile::Open(path(QStringLiteral("a.tarvo")), &error);
         QVERIFY2(opened, qPrintable(error));
         QCOMPARE(opened->name(), sample->name());
         QCOMPARE(opened->GetSjId(), sample->GetSjId());
@@ -83,7 +87,8 @@ private slots:
                 for (GeneralTableBase* ta : tables) {
                     GeneralTableBase* tb = b->tableByType(ta->getTableType());
                     QCOMPARE(tb->count(), ta->count());
-                    QCOMPARE(TableBaseObject::GetReadOnlyLocked(tb), TableBaseObject::GetReadOnlyLocked(ta));
+                    QCOMPARE(TableBaseObject::GetReadOnlyLocked(tb),
+                             TableBaseObject::GetReadOnlyLocked(ta));
                     for (int r = 0; r < ta->count(); ++r) {
                         QCOMPARE(tb->at(r)->rawValues(), ta->at(r)->rawValues());
                         QCOMPARE(tb->at(r)->getKind(), ta->at(r)->getKind());
@@ -115,13 +120,16 @@ private slots:
         QTest::addColumn<QString>("reason");
         QTest::newRow("missing") << QStringLiteral("none.tarvo") << QStringLiteral("文件不存在");
         QTest::newRow("text") << QStringLiteral("text.tarvo") << QStringLiteral("文件格式无法识别");
-        QTest::newRow("foreign sqlite") << QStringLiteral("foreign.tarvo") << QStringLiteral("不是本系统的工程文件");
-        QTest::newRow("newer version") << QStringLiteral("newer.tarvo") << QStringLiteral("版本为2");
-        QTest::newRow("truncated") << QStringLiteral("truncated.tarvo") << QStringLiteral("文件已损坏");
-        QTest::newRow("submitted version missing") << QStringLiteral("nosubmitted.tarvo")
-                                                   << QStringLiteral("送审版本数据不完整");
-        QTest::newRow("submitted version unannounced") << QStringLiteral("unannounced.tarvo")
-                                                       << QStringLiteral("送审版本数据不完整");
+        QTest::newRow("foreign sqlite")
+            << QStringLiteral("foreign.tarvo") << QStringLiteral("不是本系统的工程文件");
+        QTest::newRow("newer version")
+            << QStringLiteral("newer.tarvo") << QStringLiteral("版本为2");
+        QTest::newRow("truncated")
+            << QStringLiteral("truncated.tarvo") << QStringLiteral("文件已损坏");
+        QTest::newRow("submitted version missing")
+            << QStringLiteral("nosubmitted.tarvo") << QStringLiteral("送审版本数据不完整");
+        QTest::newRow("submitted version unannounced")
+            << QStringLiteral("unannounced.tarvo") << QStringLiteral("送审版本数据不完整");
     }
 
     void refusesWhatIsNotAProject()
@@ -130,7 +138,8 @@ private slots:
         QFETCH(QString, reason);
         writeBytes(path(QStringLiteral("text.tarvo")), "这不是工程文件\n");
         {
-            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("foreign"));
+            QSqlDatabase db =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("foreign"));
             db.setDatabaseName(path(QStringLiteral("foreign.tarvo")));
             QVERIFY(db.open());
             QSqlQuery(db).exec(QStringLiteral("CREATE TABLE customers(id INTEGER, name TEXT)"));
@@ -140,21 +149,25 @@ private slots:
 
         TestProject p;
         for (int i = 0; i < 3000; ++i)
-            TestProject::row(p.current->getRcjHzTable(), 1, {{3, QStringLiteral("材料%1").arg(i)}, {9, i * 1.5}});
+            TestProject::row(p.current->getRcjHzTable(), 1,
+                             {{3, QStringLiteral("材料%1").arg(i)}, {9, i * 1.5}});
         QString error;
         QVERIFY(ProjectFile::Save(p.project, path(QStringLiteral("newer.tarvo")), &error));
         {
-            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("newer"));
+            QSqlDatabase db =
+                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("newer"));
             db.setDatabaseName(path(QStringLiteral("newer.tarvo")));
             QVERIFY(db.open());
-            QSqlQuery(db).exec(QStringLiteral("UPDATE meta SET value='2' WHERE key='schema_version'"));
+            QSqlQuery(db).exec(
+                QStringLiteral("UPDATE meta SET value='2' WHERE key='schema_version'"));
             db.close();
         }
         QSqlDatabase::removeDatabase(QStringLiteral("newer"));
         QVERIFY(ProjectFile::Save(p.project, path(QStringLiteral("whole.tarvo")), &error));
         QFile whole(path(QStringLiteral("whole.tarvo")));
         QVERIFY(whole.open(QIODevice::ReadOnly));
-        writeBytes(path(QStringLiteral("truncated.tarvo")), whole.readAll().left(int(whole.size() / 2)));
+        writeBytes(path(QStringLiteral("truncated.tarvo")),
+                   whole.readAll().left(int(whole.size() / 2)));
 
         editCopy(QStringLiteral("whole.tarvo"), QStringLiteral("nosubmitted.tarvo"),
                  QStringLiteral("DELETE FROM works WHERE audit=1"));
@@ -188,18 +201,21 @@ private slots:
         QVERIFY(QDir().mkpath(file + QStringLiteral(".tmp/x")));
 
         QVERIFY(!ProjectFile::Save(p.project, file, &error));
-        QVERIFY2(error.startsWith(QStringLiteral("保存工程文件“kept.tarvo”失败")), qPrintable(error));
+        QVERIFY2(error.startsWith(QStringLiteral("保存工程文件“kept.tarvo”失败")),
+                 qPrintable(error));
         QVERIFY(p.project->isProjectWorkChanged());
         std::unique_ptr<ProjectWorks> old = ProjectFile::Open(file, &error);
         QVERIFY2(old, qPrintable(error));
         QCOMPARE(old->works(0, 3)->getRcjHzTable()->count(), 1);
-        QCOMPARE(old->works(0, 3)->getRcjHzTable()->at(0)->getValue(3).toString(), QStringLiteral("水泥"));
+        QCOMPARE(old->works(0, 3)->getRcjHzTable()->at(0)->getValue(3).toString(),
+                 QStringLiteral("水泥"));
     }
 
     void fieldEncodingRoundTrips()
     {
-        const QVector<QVariant> values = {QVariant(), 3.25, QStringLiteral("混凝土 C30"), true, 42,
-                                          QVariant(), QVariant(qint64(1) << 40), -0.0001};
+        const QVector<QVariant> values = {
+            QVariant(), 3.25,       QStringLiteral("混凝土 C30"), true,
+            42,         QVariant(), QVariant(qint64(1) << 40),    -0.0001};
         QVector<QVariant> decoded;
         QVERIFY(ProjectFile::decodeFields(ProjectFile::encodeFields(values), decoded));
         QCOMPARE(decoded, values);

@@ -12,7 +12,10 @@ class tst_RURecordControl : public QObject
 
 private:
     RURecordControl* control() { return RURecordControl::GetInstance(); }
-    static OperatingUIInfo info(const QString& text) { return OperatingUIInfo(77, 0, 3, 101, 8, text); }
+    static OperatingUIInfo info(const QString& text)
+    {
+        return OperatingUIInfo(77, 0, 3, 101, 8, text);
+    }
     static QStringList names(GeneralTableBase* table)
     {
         QStringList list;
@@ -61,12 +64,12 @@ private slots:
             TestProject::row(t, 0, {{2, QString::fromLatin1(name)}});
         BaseDataItem* b = t->at(1);
         control()->BeginRecord();
-        t->BaseDataItemRemoveAt(1);            // A C D
+        t->BaseDataItemRemoveAt(1); // A C D
         BaseDataItem* e = t->CreateItem();
         e->loadValue(2, QStringLiteral("E"));
-        t->BaseDataItemInsert(0, e);           // E A C D
-        t->BaseDataItemMove(3, 1);             // E D A C
-        b->setValue(2, QStringLiteral("B2"));  // a removed row may still be edited by the command
+        t->BaseDataItemInsert(0, e);          // E A C D
+        t->BaseDataItemMove(3, 1);            // E D A C
+        b->setValue(2, QStringLiteral("B2")); // a removed row may still be edited by the command
         control()->EndRecord(info(QStringLiteral("整理")));
         QCOMPARE(names(t), QStringList({"E", "D", "A", "C"}));
 
@@ -143,7 +146,8 @@ private slots:
     void closingTheProjectDropsHistory()
     {
         auto p = std::make_unique<TestProject>();
-        BaseDataItem* a = TestProject::row(p->current->getTenderInventory()->getQtXmQdHzTable(), 0, {});
+        BaseDataItem* a =
+            TestProject::row(p->current->getTenderInventory()->getQtXmQdHzTable(), 0, {});
         control()->BeginRecord();
         a->setValue(3, 5.0);
         control()->EndRecord(info(QStringLiteral("修改")));

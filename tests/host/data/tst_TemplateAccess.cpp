@@ -28,13 +28,15 @@ private slots:
     {
         GfSjQdTable source;
         TestProject::row(&source, 1, {{1, "1"}, {2, "规费"}})->loadState(1, false, 0, "说明");
-        TestProject::row(&source, 0, {{1, "1.1"}, {2, "养老保险费"}, {3, "分部分项人工费"}, {4, 7.5}});
+        TestProject::row(&source, 0,
+                         {{1, "1.1"}, {2, "养老保险费"}, {3, "分部分项人工费"}, {4, 7.5}});
         TestProject::row(&source, 2, {{2, "税金"}, {4, 9}});
         const QString path = m_dir.filePath("我的.gfqd");
         QString error;
         QVERIFY(TemplateAccess::WriteTemplateFile(path, &source, GfSjQdTable::Type, &error));
         GfSjQdTable read;
-        QVERIFY2(TemplateAccess::ReadTemplateFile(path, &read, GfSjQdTable::Type, &error), qPrintable(error));
+        QVERIFY2(TemplateAccess::ReadTemplateFile(path, &read, GfSjQdTable::Type, &error),
+                 qPrintable(error));
         QCOMPARE(read.count(), 3);
         QCOMPARE(read.at(0)->getNote(), QString("说明"));
         QCOMPARE(read.at(1)->getValue(2).toString(), QString("养老保险费"));
@@ -47,7 +49,8 @@ private slots:
         QTest::addColumn<QByteArray>("text");
         QTest::addColumn<QString>("reason");
         QTest::newRow("not json") << QByteArray("{ rows: [") << QString("文件格式错误");
-        QTest::newRow("not a template") << QByteArray(R"({"rows": []})") << QString("不是内容模板文件");
+        QTest::newRow("not a template")
+            << QByteArray(R"({"rows": []})") << QString("不是内容模板文件");
         QTest::newRow("other list")
             << QByteArray(R"({"format": "Tarvo content template", "tableType": 101, "rows": []})")
             << QString("其他清单");
@@ -56,7 +59,8 @@ private slots:
                   "rows": [{"kind": 0, "fields": {"2": "甲"}}, {"kind": 0, "fields": {"x": 1}}]})")
             << QString("字段号");
         QTest::newRow("bad row")
-            << QByteArray(R"({"format": "Tarvo content template", "tableType": 104, "rows": [{"kind": 0}, 5]})")
+            << QByteArray(
+                   R"({"format": "Tarvo content template", "tableType": 104, "rows": [{"kind": 0}, 5]})")
             << QString("行数据格式错误");
     }
 
@@ -67,7 +71,8 @@ private slots:
         GfSjQdTable table;
         TestProject::row(&table, 0, {{2, "原有"}});
         QString error;
-        QVERIFY(!TemplateAccess::ReadTemplateFile(write("t.gfqd", text), &table, GfSjQdTable::Type, &error));
+        QVERIFY(!TemplateAccess::ReadTemplateFile(write("t.gfqd", text), &table, GfSjQdTable::Type,
+                                                  &error));
         QVERIFY2(error.contains(reason), qPrintable(error));
         QVERIFY(error.contains("“t”"));
         QCOMPARE(table.count(), 1);
@@ -111,10 +116,13 @@ private slots:
         // The same material (name, model, unit) with different adjusted prices across units.
         QHash<QString, QSet<double>> prices;
         for (ProTreeNode* unit : units)
-            for (BaseDataItem* m : sample->works(0, ProTreeNode::Id(unit))->getRcjHzTable()->items())
-                prices[m->getValue(3).toString() + '|' + m->getValue(4).toString() + '|' + m->getValue(5).toString()]
+            for (BaseDataItem* m :
+                 sample->works(0, ProTreeNode::Id(unit))->getRcjHzTable()->items())
+                prices[m->getValue(3).toString() + '|' + m->getValue(4).toString() + '|' +
+                       m->getValue(5).toString()]
                     << m->getDouble(7);
-        const int inconsistent = int(std::count_if(prices.begin(), prices.end(), [](const QSet<double>& s) { return s.size() > 1; }));
+        const int inconsistent = int(std::count_if(
+            prices.begin(), prices.end(), [](const QSet<double>& s) { return s.size() > 1; }));
         QVERIFY(inconsistent > 10);
     }
 };

@@ -35,8 +35,11 @@ private slots:
         SharedInterface::SetAppPath(m_app.path());
         SharedInterface::SetUserDataPath(m_user.path());
         write("Config/Settings.json", R"({"AreaVer": "SiChuan"})");
-        write("Config/Menu/A.json", R"({"page": "默认", "groups": [{"title": "行操作", "items": [{"text": "插入行"}]}]})");
-        write("Config/Menu/SiChuan/B.json", R"({"page": "四川", "groups": [{"title": "模板", "items": [
+        write(
+            "Config/Menu/A.json",
+            R"({"page": "默认", "groups": [{"title": "行操作", "items": [{"text": "插入行"}]}]})");
+        write("Config/Menu/SiChuan/B.json",
+              R"({"page": "四川", "groups": [{"title": "模板", "items": [
             {"text": "模板选择", "type": "combo", "items": ["甲", "乙"]},
             {"text": "自动行高", "type": "dropdown", "items": ["表格自适应行高", "表格置最小行高"]},
             {"text": ""}]}]})");
@@ -45,31 +48,39 @@ private slots:
             {"service": "GfQdService", "pages": ["规费税金清单"]},
             {"service": "ZgClQdService", "contextMenu": false, "pages": ["暂估材料(工程设备)清单", "另一页"]}]})");
         // (A raw string holding '#' trips moc; this one is escaped by hand.)
-        write("Config/Skin.json", "{\"FeiLvEmptyColor\": \"#102030\", \"Broken\": \"not a colour\"}");
+        write("Config/Skin.json",
+              "{\"FeiLvEmptyColor\": \"#102030\", \"Broken\": \"not a colour\"}");
     }
 
     void regionalMenusFallBackToTheDefault()
     {
-        QCOMPARE(StaticFileHelper::AquireMenuConfig("B.json"), m_app.filePath("Config/Menu/SiChuan/B.json"));
-        QCOMPARE(StaticFileHelper::AquireMenuConfig("A.json"), m_app.filePath("Config/Menu/A.json"));
+        QCOMPARE(StaticFileHelper::AquireMenuConfig("B.json"),
+                 m_app.filePath("Config/Menu/SiChuan/B.json"));
+        QCOMPARE(StaticFileHelper::AquireMenuConfig("A.json"),
+                 m_app.filePath("Config/Menu/A.json"));
         ProjectSettingHelper::GetProjectSettingHelper()->SetSetting("AreaVer", "ChongQing");
-        QCOMPARE(StaticFileHelper::AquireMenuConfig("B.json"), m_app.filePath("Config/Menu/B.json"));
+        QCOMPARE(StaticFileHelper::AquireMenuConfig("B.json"),
+                 m_app.filePath("Config/Menu/B.json"));
         ProjectSettingHelper::GetProjectSettingHelper()->SetSetting("AreaVer", "SiChuan");
     }
 
     void ribbonConfigurations()
     {
         QString error;
-        const RibbonConfig config =
-            MenuBarManager::ReadMenuBarInfoFromFileEx(m_app.filePath("Config/Menu/SiChuan/B.json"), &error);
+        const RibbonConfig config = MenuBarManager::ReadMenuBarInfoFromFileEx(
+            m_app.filePath("Config/Menu/SiChuan/B.json"), &error);
         QVERIFY(config.isValid());
         QCOMPARE(config.page, QString("四川"));
         QCOMPARE(config.groups.first().items.size(), 2); // an item without text is dropped
         QCOMPARE(config.groups.first().items.at(0).type, QString("combo"));
-        QCOMPARE(config.groups.first().items.at(1).items, QStringList({"表格自适应行高", "表格置最小行高"}));
-        QVERIFY(!MenuBarManager::ReadMenuBarInfoFromFileEx(m_app.filePath("Config/Menu/Bad.json"), &error).isValid());
+        QCOMPARE(config.groups.first().items.at(1).items,
+                 QStringList({"表格自适应行高", "表格置最小行高"}));
+        QVERIFY(!MenuBarManager::ReadMenuBarInfoFromFileEx(m_app.filePath("Config/Menu/Bad.json"),
+                                                           &error)
+                     .isValid());
         QVERIFY(error.contains("格式错误"));
-        QVERIFY(!MenuBarManager::ReadMenuBarInfoFromFileEx(m_app.filePath("none.json"), &error).isValid());
+        QVERIFY(!MenuBarManager::ReadMenuBarInfoFromFileEx(m_app.filePath("none.json"), &error)
+                     .isValid());
         QVERIFY(error.contains("无法打开"));
     }
 
@@ -96,18 +107,25 @@ private slots:
     void childServicesAndColours()
     {
         const QList<SerContentInfo> services =
-            ProjectSettingHelper::GetProjectSettingHelper()->GetChildrenServiceInfo("Tarvo", "TarvoService");
+            ProjectSettingHelper::GetProjectSettingHelper()->GetChildrenServiceInfo("Tarvo",
+                                                                                    "TarvoService");
         QCOMPARE(services.size(), 2);
         QVERIFY(services.at(0).bHaveContextMenu);
         QVERIFY(!services.at(1).bHaveContextMenu);
         QCOMPARE(services.at(1).listPageNames.size(), 2);
-        QVERIFY(ProjectSettingHelper::GetProjectSettingHelper()->GetChildrenServiceInfo("Tarvo", "Other").isEmpty());
+        QVERIFY(ProjectSettingHelper::GetProjectSettingHelper()
+                    ->GetChildrenServiceInfo("Tarvo", "Other")
+                    .isEmpty());
 
         SkinManager::getInstance()->reload();
-        QCOMPARE(SkinManager::getInstance()->getVXColor("FeiLvEmptyColor", Qt::white), QColor("#102030"));
-        QCOMPARE(SkinManager::getInstance()->getVXColor("Broken", QColor(1, 2, 3)), QColor(1, 2, 3));
-        QCOMPARE(SkinManager::getInstance()->getVXColor("Missing", QColor(255, 236, 255)), QColor(255, 236, 255));
-        QCOMPARE(ProjectSettingHelper::GetProjectSettingHelper()->getItemColor(24), QColor(0, 0, 255));
+        QCOMPARE(SkinManager::getInstance()->getVXColor("FeiLvEmptyColor", Qt::white),
+                 QColor("#102030"));
+        QCOMPARE(SkinManager::getInstance()->getVXColor("Broken", QColor(1, 2, 3)),
+                 QColor(1, 2, 3));
+        QCOMPARE(SkinManager::getInstance()->getVXColor("Missing", QColor(255, 236, 255)),
+                 QColor(255, 236, 255));
+        QCOMPARE(ProjectSettingHelper::GetProjectSettingHelper()->getItemColor(24),
+                 QColor(0, 0, 255));
     }
 
     void moduleLoadingSaysWhatWentWrong()
@@ -127,7 +145,8 @@ private slots:
     void failureReportsAreKeptAndLogged()
     {
         ClearExceptionReports();
-        ProcExceptionNew(std::runtime_error("磁盘已满"), "GfQd\\GfQdSjWidget", 42, "GfQdSjWidget::SaveTemplate");
+        ProcExceptionNew(std::runtime_error("磁盘已满"), "GfQd\\GfQdSjWidget", 42,
+                         "GfQdSjWidget::SaveTemplate");
         QCOMPARE(RecentExceptionReports().size(), 1);
         QCOMPARE(RecentExceptionReports().first().line, 42);
         QFile log(m_user.filePath("log/exception.log"));

@@ -123,8 +123,9 @@ private slots:
         QFETCH(QString, list);
         QFETCH(QList<int>, fields);
         // cleanPath: tests/data need not exist in a fresh clone.
-        QFile file(QDir::cleanPath(QStringLiteral(TEST_DATA_DIR "/../../appdir/Config/TableHeader")) + QLatin1Char('/') + list +
-                   ".json");
+        QFile file(
+            QDir::cleanPath(QStringLiteral(TEST_DATA_DIR "/../../appdir/Config/TableHeader")) +
+            QLatin1Char('/') + list + ".json");
         QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.fileName()));
         QString error;
         const HeaderConfig c = HeaderConfig::fromJson(file.readAll(), &error);
