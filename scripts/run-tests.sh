@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
-# Builds everything and runs all tests (offscreen).
+# Builds everything with warnings as errors, checks the format and runs all tests (offscreen).
+CMAKE_EXTRA_ARGS="-DTARVO_WERROR=ON ${CMAKE_EXTRA_ARGS:-}"
 source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
+bash "$ROOT/scripts/check-format.sh"
 cd "$BUILD_DIR"
 QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j"$(nproc)"

@@ -8,7 +8,7 @@ BUILD_TYPE="${BUILD_TYPE:-RelWithDebInfo}"
 
 PACKAGES=(cmake ninja-build g++ ccache pkg-config qtbase5-dev qtbase5-dev-tools libqt5sql5-sqlite
           libqt5svg5-dev qttools5-dev libxlsxwriter-dev libfreexl-dev libmuparser-dev libzip-dev
-          libbenchmark-dev xvfb xauth fonts-noto-cjk)
+          libbenchmark-dev xvfb xauth fonts-noto-cjk clang-format)
 
 missing=()
 for package in "${PACKAGES[@]}"; do
@@ -24,7 +24,7 @@ if [ "${#missing[@]}" -gt 0 ]; then
     DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}"
 fi
 
-cmake -S "$ROOT" -B "$BUILD_DIR" -G Ninja -DCMAKE_BUILD_TYPE="$BUILD_TYPE" >/dev/null
+cmake -S "$ROOT" -B "$BUILD_DIR" -G Ninja -DCMAKE_BUILD_TYPE="$BUILD_TYPE" ${CMAKE_EXTRA_ARGS:-} >/dev/null
 # BUILD_TARGETS narrows the build (the workbench needs neither tests nor benchmarks).
 # shellcheck disable=SC2086
 cmake --build "$BUILD_DIR" --target ${BUILD_TARGETS:-all} -- -j"$(nproc)"
