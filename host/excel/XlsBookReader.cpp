@@ -124,6 +124,107 @@ QString readString(const QByteArray& body, int at, bool longCount, bool biff8, Q
     return text;
 }
 
+// Reads the shared string table across its CONTINUE records. Only strings that run over more
+// than one record boundary are kept: FreeXL reads the others well, but garbles those.
+class SegmentCursor
+{
+public:
+    explicit SegmentCursor(const QVector<QByteArray>& segments) : m_segments(segments) {}
+    bool atEnd() const { return m_segment >= m_segments.size(); }
+    bool byte(quint8* out)
+    {
+        while (m_segment < m_segments.size() && m_at >= m_segments.at(m_segment).size())
+            nextSegment();
+        if (atEnd())
+            return false;
+        *out = quint8(m_segments.at(m_segment).at(m_at++));
+        return true;
+    }
+    bool word(quint16* out)
+    {
+        quint8 lo = 0, hi = 0;
+        if (!byte(&lo) || !byte(&hi))
+            return false;
+        *out = quint16(lo | (hi << 8));
+        return true;
+    }
+    bool skip(qint64 bytes)
+    {
+        quint8 ignored;
+        for (qint64 i = 0; i < bytes; ++i)
+            if (!byte(&ignored))
+                return false;
+        return true;
+    }
+    // Characters: at a record boundary inside a string, a new flags byte says their width.
+    bool chars(int count, bool wide, QString* out, int* boundaries)
+    {
+        for (int i = 0; i < count; ++i) {
+            if (m_at >= m_segments.value(m_segment).size()) {
+                nextSegment();
+                quint8 flags = 0;
+                if (!byte(&flags))
+                    return false;
+                wide = flags & 0x01;
+                ++*boundaries;
+            }
+            if (wide) {
+                quint16 c = 0;
+                if (!word(&c))
+                    return false;
+                out->append(QChar(c));
+            } else {
+                quint8 c = 0;
+                if (!byte(&c))
+                    return false;
+                out->append(QChar(ushort(c)));
+            }
+        }
+        return true;
+    }
+
+private:
+    void nextSegment()
+    {
+        ++m_segment;
+        m_at = 0;
+    }
+    const QVector<QByteArray>& m_segments;
+    int m_segment = 0;
+    int m_at = 0;
+};
+
+QHash<quint32, QString> longSharedStrings(const QVector<QByteArray>& segments)
+{
+    QHash<quint32, QString> result;
+    if (segments.isEmpty() || segments.constFirst().size() < 8)
+        return result;
+    const quint32 unique = u32(segments.constFirst(), 4);
+    SegmentCursor cursor(segments);
+    cursor.skip(8);
+    for (quint32 i = 0; i < unique && !cursor.atEnd(); ++i) {
+        quint16 count = 0;
+        quint8 flags = 0;
+        if (!cursor.word(&count) || !cursor.byte(&flags))
+            break;
+        quint16 runs = 0;
+        quint16 extLo = 0, extHi = 0;
+        if ((flags & 0x08) && !cursor.word(&runs))
+            break;
+        if ((flags & 0x04) && (!cursor.word(&extLo) || !cursor.word(&extHi)))
+            break;
+        QString text;
+        int boundaries = 0;
+        if (!cursor.chars(count, flags & 0x01, &text, &boundaries))
+            break;
+        if (boundaries > 1)
+            result.insert(i, text);
+        if (!cursor.skip(qint64(runs) * 4 + (qint64(extHi) << 16 | extLo)))
+            break;
+    }
+    return result;
+}
+
 QTextCodec* codecFor(quint16 codepage)
 {
     if (codepage == 1200 || codepage == 0)
@@ -139,8 +240,8 @@ QTextCodec* codecFor(quint16 codepage)
     return QTextCodec::codecForName("windows-" + QByteArray::number(codepage));
 }
 
-bool scanSheet(const QByteArray& stream, bool biff8, QTextCodec* codec, SheetInfo* sheet,
-               QString* error)
+bool scanSheet(const QByteArray& stream, bool biff8, QTextCodec* codec,
+               const QHash<quint32, QString>& longStrings, SheetInfo* sheet, QString* error)
 {
     RecordReader records(stream, int(sheet->offset));
     if (!records.next() || records.type != 0x0809) {
@@ -243,6 +344,18 @@ bool scanSheet(const QByteArray& stream, bool biff8, QTextCodec* codec, SheetInf
             pendingString = 0xFFFFFFFF;
             break;
         }
+        case 0x00FD: { // LABELSST: only the strings FreeXL would garble
+            if (depth != 1 || longStrings.isEmpty() || body.size() < 10)
+                break;
+            auto found = longStrings.constFind(u32(body, 6));
+            if (found == longStrings.constEnd())
+                break;
+            Extra extra;
+            extra.type = LibXLExcelSheet::CellString;
+            extra.text = found.value();
+            sheet->extras.insert((quint32(u16(body, 0)) << 8) | (u16(body, 2) & 0xFF), extra);
+            break;
+        }
         case 0x0205: { // BOOLERR
             if (depth != 1 || body.size() < 8)
                 break;
@@ -314,9 +427,17 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
     QTextCodec* codec = nullptr;
     bool date1904 = false;
     QVector<SheetInfo> sheets;
+    QVector<QByteArray> sstSegments;
+    bool inSst = false;
     bool ended = false;
     while (!ended && records.next()) {
         const QByteArray& body = records.body;
+        if (records.type == 0x00FC || (inSst && records.type == 0x003C)) {
+            sstSegments.append(body);
+            inSst = true;
+            continue;
+        }
+        inSst = false;
         switch (records.type) {
         case 0x002F: // FILEPASS
             *error = QStringLiteral("the workbook is encrypted (protected by a password to "
@@ -349,6 +470,8 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
         *error = QStringLiteral("the workbook ends early (the file is truncated)");
         return false;
     }
+    const QHash<quint32, QString> longStrings =
+        biff8 ? longSharedStrings(sstSegments) : QHash<quint32, QString>();
     for (SheetInfo& sheet : sheets) {
         if (sheet.kind != 0)
             continue; // charts, macro and dialogue sheets hold no cells
@@ -358,7 +481,7 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
                          .arg(sheet.name);
             return false;
         }
-        if (!scanSheet(stream, biff8, codec, &sheet, error))
+        if (!scanSheet(stream, biff8, codec, longStrings, &sheet, error))
             return false;
     }
 
