@@ -35,15 +35,22 @@ inline bool writeZip(const QString& path, const QMap<QString, QByteArray>& parts
 
 inline QByteArray contentTypes()
 {
-    return R"(<?xml version="1.0" encoding="UTF-8"?>
-<Types xmlns="http://schemas.openxmlformats.org/package/2006/content-types"><Default Extension="rels" ContentType="application/vnd.openxmlformats-package.relationships+xml"/><Default Extension="xml" ContentType="application/xml"/><Override PartName="/xl/workbook.xml" ContentType="application/vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml"/></Types>)";
+    return "<?xml version='1.0' encoding='UTF-8'?><Types "
+           "xmlns='http://schemas.openxmlformats.org/package/2006/content-types'><Default "
+           "Extension='rels' "
+           "ContentType='application/vnd.openxmlformats-package.relationships+xml'/><Default "
+           "Extension='xml' ContentType='application/xml'/><Override PartName='/xl/workbook.xml' "
+           "ContentType='application/"
+           "vnd.openxmlformats-officedocument.spreadsheetml.sheet.main+xml'/></Types>";
 }
 
 inline QByteArray rootRels(
     const QByteArray& ns = "http://schemas.openxmlformats.org/officeDocument/2006/relationships")
 {
-    return R"(<?xml version="1.0" encoding="UTF-8"?><Relationships xmlns="http://schemas.openxmlformats.org/package/2006/relationships"><Relationship Id="rId1" Type=")" +
-           ns + R"(/officeDocument" Target="xl/workbook.xml"/></Relationships>)";
+    return "<?xml version='1.0' encoding='UTF-8'?><Relationships "
+           "xmlns='http://schemas.openxmlformats.org/package/2006/relationships'><Relationship "
+           "Id='rId1' Type='" +
+           ns + "/officeDocument' Target='xl/workbook.xml'/></Relationships>";
 }
 
 // A package with the given sheets (name, state, sheet XML); shared strings and styles optional.
@@ -64,10 +71,11 @@ inline QMap<QString, QByteArray> package(const QVector<Sheet>& sheets,
     parts.insert(QStringLiteral("[Content_Types].xml"), contentTypes());
     parts.insert(QStringLiteral("_rels/.rels"), rootRels());
     QByteArray book =
-        R"(<?xml version="1.0" encoding="UTF-8"?><workbook xmlns="http://schemas.openxmlformats.org/spreadsheetml/2006/main" xmlns:r=")" +
-        rel + R"(">)" + workbookPr + "<sheets>";
-    QByteArray rels =
-        R"(<?xml version="1.0" encoding="UTF-8"?><Relationships xmlns="http://schemas.openxmlformats.org/package/2006/relationships">)";
+        "<?xml version='1.0' encoding='UTF-8'?><workbook "
+        "xmlns='http://schemas.openxmlformats.org/spreadsheetml/2006/main' xmlns:r='" +
+        rel + "'>" + workbookPr + "<sheets>";
+    QByteArray rels = "<?xml version='1.0' encoding='UTF-8'?><Relationships "
+                      "xmlns='http://schemas.openxmlformats.org/package/2006/relationships'>";
     for (int i = 0; i < sheets.size(); ++i) {
         const QByteArray n = QByteArray::number(i + 1);
         book += "<sheet name=\"" + sheets[i].name + "\" sheetId=\"" + n + "\"" +
@@ -93,7 +101,8 @@ inline QMap<QString, QByteArray> package(const QVector<Sheet>& sheets,
 
 inline QByteArray sheetXml(const QByteArray& data, const QByteArray& extra = QByteArray())
 {
-    return R"(<?xml version="1.0" encoding="UTF-8"?><worksheet xmlns="http://schemas.openxmlformats.org/spreadsheetml/2006/main"><sheetData>)" +
+    return "<?xml version='1.0' encoding='UTF-8'?><worksheet "
+           "xmlns='http://schemas.openxmlformats.org/spreadsheetml/2006/main'><sheetData>" +
            data + "</sheetData>" + extra + "</worksheet>";
 }
 
