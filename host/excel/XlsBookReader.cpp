@@ -500,6 +500,17 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
             freexlIndex.insert(QString::fromUtf8(name), i);
     }
 
+    // FreeXL gives up silently on some shared string tables (strings that run over more than
+    // two records, followed by others): it then lists no sheets. Say so rather than show none.
+    for (const SheetInfo& sheet : qAsConst(sheets)) {
+        if (sheet.kind == 0 && !freexlIndex.contains(sheet.name)) {
+            *error = QStringLiteral("the cells of sheet \"%1\" cannot be read: the shared "
+                                    "string table holds texts longer than the reader supports "
+                                    "(over about 4000 characters) or is damaged")
+                         .arg(sheet.name);
+            return false;
+        }
+    }
     book->setDate1904(date1904);
     for (const SheetInfo& sheet : qAsConst(sheets)) {
         if (sheet.kind != 0 && sheet.kind != 2)

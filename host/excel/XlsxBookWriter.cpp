@@ -86,10 +86,11 @@ lxw_format* XlsxBookWriter::formatFor(const ExcelFont& font, int alignment)
     lxw_format*& format = m_formats[key];
     if (!format) {
         format = workbook_add_format(m_book);
-        if (!font.family.isEmpty())
-            format_set_font_name(format, font.family.toUtf8().constData());
-        if (font.pointSize > 0)
-            format_set_font_size(format, font.pointSize);
+        // The default font is the one Chinese editions of the spreadsheet programs start with,
+        // the same as the .xls writer's.
+        format_set_font_name(format, font.family.isEmpty() ? "\xe5\xae\x8b\xe4\xbd\x93"
+                                                           : font.family.toUtf8().constData());
+        format_set_font_size(format, font.pointSize > 0 ? font.pointSize : 11);
         if (font.bold)
             format_set_bold(format);
         if (font.italic)
