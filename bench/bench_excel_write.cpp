@@ -31,7 +31,8 @@ void writeThroughFacade(benchmark::State& state, int kind)
     const int rows = int(state.range(0));
     const QVector<QString>& table = cells(rows);
     QTemporaryDir dir;
-    const QString file = dir.filePath(kind == LibXLExcel::BookXls ? "out.xls" : "out.xlsx");
+    const QString file = dir.filePath(kind == LibXLExcel::BookXls ? QStringLiteral("out.xls")
+                                                                  : QStringLiteral("out.xlsx"));
     ExcelFont font;
     font.family = QStringLiteral("宋体");
     font.pointSize = 10;
@@ -70,7 +71,7 @@ void BM_WriteXlsxLibxlsxwriterDirect(benchmark::State& state)
     for (const QString& text : table)
         utf8.append(text.toUtf8());
     QTemporaryDir dir;
-    const QByteArray file = dir.filePath("direct.xlsx").toUtf8();
+    const QByteArray file = dir.filePath(QStringLiteral("direct.xlsx")).toUtf8();
     for (auto _ : state) {
         lxw_workbook* book = workbook_new(file.constData());
         lxw_worksheet* sheet = workbook_add_worksheet(book, "清单");

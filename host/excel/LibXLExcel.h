@@ -4,6 +4,7 @@
 #include <QVector>
 
 #include <memory>
+#include <vector>
 
 class LibXLExcelSheet;
 class WorkbookWriter;

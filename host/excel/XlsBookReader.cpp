@@ -196,13 +196,15 @@ private:
 
 struct SharedStrings
 {
-    QVector<QString> texts;
+    QSharedPointer<QVector<QString>> texts;
     bool beyondFreeXl = false; // a text runs over more than one record boundary
 };
 
-SharedStrings readSharedStrings(const QVector<QByteArray>& segments)
+// With keep false, only finds out whether FreeXL can read the table.
+SharedStrings readSharedStrings(const QVector<QByteArray>& segments, bool keep)
 {
     SharedStrings result;
+    result.texts = QSharedPointer<QVector<QString>>::create();
     if (segments.isEmpty() || segments.constFirst().size() < 8)
         return result;
     const quint32 unique = u32(segments.constFirst(), 4);
@@ -225,7 +227,8 @@ SharedStrings readSharedStrings(const QVector<QByteArray>& segments)
             break;
         if (boundaries > 1)
             result.beyondFreeXl = true;
-        result.texts.append(text);
+        if (keep)
+            result.texts->append(text);
         if (!cursor.skip(qint64(runs) * 4 + (qint64(extHi) << 16 | extLo)))
             break;
     }
@@ -402,9 +405,9 @@ bool scanSheet(const QByteArray& stream, const Globals& globals, SheetInfo* shee
         case 0x00FD: // LABELSST
             if (own && depth == 1 && body.size() >= 10) {
                 const quint32 index = u32(body, 6);
-                if (index < quint32(globals.shared.texts.size()))
+                if (index < quint32(globals.shared.texts->size()))
                     own->addCell(u16(body, 0), u16(body, 2) & 0xFF, LibXLExcelSheet::CellString, 0,
-                                 own->addOwnString(globals.shared.texts.at(int(index))));
+                                 qint32(index));
             }
             break;
         case 0x0204: // LABEL
@@ -555,8 +558,7 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
         return false;
     }
     if (biff8)
-        globals.shared = readSharedStrings(sstSegments);
-    sstSegments.clear();
+        globals.shared = readSharedStrings(sstSegments, ownCellsOnly);
 
     // FreeXL reads the cells unless the shared strings hold a text it garbles (one that runs
     // over more than two records); then, or when FreeXL cannot list every sheet, the cells
@@ -594,6 +596,10 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
                 ownCells = true;
     }
 
+    if (ownCells && biff8 && globals.shared.texts->isEmpty())
+        globals.shared = readSharedStrings(sstSegments, true);
+    sstSegments.clear();
+
     book->setDate1904(globals.date1904);
     for (SheetInfo& sheet : sheets) {
         if (sheet.kind != 0 && sheet.kind != 2)
@@ -601,6 +607,7 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
         SheetContent content;
         QHash<quint32, Extra> extras = sheet.extras;
         if (sheet.kind == 0 && ownCells) {
+            content.sharedStrings = globals.shared.texts;
             if (!scanSheet(stream, globals, &sheet, &content, error))
                 return false;
         } else if (sheet.kind == 0 &&
@@ -612,6 +619,18 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
                 rows = cols = 0;
             rows = qMin<unsigned int>(rows, MaxRows);
             cols = qMin<unsigned short>(cols, MaxCols);
+            // Counted first, so that the cells are allocated once.
+            int filled = 0;
+            for (unsigned int r = 0; r < rows; ++r)
+                for (unsigned short c = 0; c < cols; ++c) {
+                    FreeXL_CellValue value;
+                    if (freexl_get_cell_value(xl.handle, r, c, &value) == FREEXL_OK &&
+                        value.type != FREEXL_CELL_NULL)
+                        ++filled;
+                }
+            content.cells.reserve(filled + extras.size());
+            // FreeXL hands out each shared string from one place: one QString per string.
+            QHash<const void*, qint32> known;
             for (unsigned int r = 0; r < rows; ++r) {
                 for (unsigned short c = 0; c < cols; ++c) {
                     FreeXL_CellValue value;
@@ -626,8 +645,16 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
                         content.addCell(int(r), c, LibXLExcelSheet::CellNumber,
                                         value.value.double_value, 0);
                         break;
+                    case FREEXL_CELL_SST_TEXT: {
+                        auto found = known.constFind(value.value.text_value);
+                        if (found == known.constEnd())
+                            found = known.insert(
+                                value.value.text_value,
+                                content.addOwnString(QString::fromUtf8(value.value.text_value)));
+                        content.addCell(int(r), c, LibXLExcelSheet::CellString, 0, found.value());
+                        break;
+                    }
                     case FREEXL_CELL_TEXT:
-                    case FREEXL_CELL_SST_TEXT:
                         content.addCell(
                             int(r), c, LibXLExcelSheet::CellString, 0,
                             content.addOwnString(QString::fromUtf8(value.value.text_value)));

@@ -25,7 +25,7 @@ class ZipPartDevice : public QIODevice
 public:
     ZipPartDevice(zip_file_t* file, qint64 limit) : m_file(file), m_limit(limit)
     {
-        open(QIODevice::ReadOnly);
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
     ~ZipPartDevice() override { zip_fclose(m_file); }
     bool isSequential() const override { return true; }
@@ -327,6 +327,14 @@ struct SheetReading
     qint64* cellBudget = nullptr;
 };
 
+QString cellName(int row, int col)
+{
+    QString name;
+    for (int c = col + 1; c > 0; c = (c - 1) / 26)
+        name.prepend(QChar(ushort('A' + (c - 1) % 26)));
+    return name + QString::number(row + 1);
+}
+
 bool badCell(const SheetReading& in, const QString& what, QString* error)
 {
     *error = QStringLiteral("sheet \"%1\" (part %2): %3").arg(in.sheetName, in.part, what);
@@ -341,37 +349,56 @@ bool readSheet(const SheetReading& in, SheetContent* content, QString* error)
     content->sharedStrings = in.shared;
     const int sharedCount = in.shared ? in.shared->size() : 0;
     QXmlStreamReader xml(device.get());
+    xml.setNamespaceProcessing(false); // local names are all we look at; prefixes are free
     int row = -1;
     int col = -1;
+    QString value; // reused for every cell
     while (!xml.atEnd()) {
         if (xml.readNext() != QXmlStreamReader::StartElement)
             continue;
         const QStringRef tag = xml.name();
         if (tag == QLatin1String("c")) {
-            const QXmlStreamAttributes attributes = xml.attributes();
-            const QStringRef reference = attributes.value(QLatin1String("r"));
-            if (!reference.isEmpty()) {
-                int r = 0;
-                if (!ExcelText::parseReference(reference, &r, &col))
-                    return badCell(in,
-                                   QStringLiteral("cell reference \"%1\" is not a cell of a "
-                                                  "sheet (1048576 rows x 16384 columns at most)")
-                                       .arg(reference),
-                                   error);
-                if (row < 0)
-                    row = r;
-                if (r != row)
-                    row = r;
-            } else {
-                ++col;
-                if (row < 0)
-                    row = 0;
-                if (col > 16383)
-                    return badCell(in, QStringLiteral("a row has more than 16384 cells"), error);
+            // Attributes are read into locals and let go before the reader moves on, so that
+            // its attribute vector is reused instead of copied for every cell.
+            enum Kind { Number, Shared, Formula, Inline, Boolean, Error, Iso } kind = Number;
+            int style = 0;
+            {
+                const QXmlStreamAttributes attributes = xml.attributes();
+                const QStringRef reference = attributes.value(QLatin1String("r"));
+                if (!reference.isEmpty()) {
+                    if (!ExcelText::parseReference(reference, &row, &col))
+                        return badCell(in,
+                                       QStringLiteral("cell reference \"%1\" is not a cell of a "
+                                                      "sheet (1048576 rows x 16384 columns at "
+                                                      "most)")
+                                           .arg(reference),
+                                       error);
+                } else {
+                    ++col;
+                    if (row < 0)
+                        row = 0;
+                    if (col > 16383)
+                        return badCell(in, QStringLiteral("a row has more than 16384 cells"),
+                                       error);
+                }
+                const QStringRef type = attributes.value(QLatin1String("t"));
+                if (type.isEmpty() || type == QLatin1String("n"))
+                    kind = Number;
+                else if (type == QLatin1String("s"))
+                    kind = Shared;
+                else if (type == QLatin1String("str"))
+                    kind = Formula;
+                else if (type == QLatin1String("inlineStr"))
+                    kind = Inline;
+                else if (type == QLatin1String("b"))
+                    kind = Boolean;
+                else if (type == QLatin1String("e"))
+                    kind = Error;
+                else if (type == QLatin1String("d"))
+                    kind = Iso;
+                style = attributes.value(QLatin1String("s")).toInt();
             }
-            const QString type = attributes.value(QLatin1String("t")).toString();
-            const int style = attributes.value(QLatin1String("s")).toInt();
-            QString value;
+            value.truncate(0);
             QString inlineText;
             bool hasValue = false;
             bool hasInline = false;
@@ -380,8 +407,16 @@ bool readSheet(const SheetReading& in, SheetContent* content, QString* error)
                 const QXmlStreamReader::TokenType token = xml.readNext();
                 if (token == QXmlStreamReader::StartElement) {
                     if (xml.name() == QLatin1String("v")) {
-                        value = xml.readElementText();
                         hasValue = true;
+                        while (!xml.atEnd()) {
+                            const QXmlStreamReader::TokenType inner = xml.readNext();
+                            if (inner == QXmlStreamReader::Characters)
+                                value.append(xml.text());
+                            else if (inner == QXmlStreamReader::EndElement)
+                                break;
+                            else if (inner == QXmlStreamReader::StartElement)
+                                xml.skipCurrentElement();
+                        }
                     } else if (xml.name() == QLatin1String("is")) {
                         inlineText = stringItem(xml);
                         hasInline = true;
@@ -400,40 +435,37 @@ bool readSheet(const SheetReading& in, SheetContent* content, QString* error)
                                               "accepts (%1)")
                                    .arg(MaxCellsPerBook),
                                error);
-            if (type == QLatin1String("inlineStr")) {
+            const QStringRef trimmed = QStringRef(&value).trimmed();
+            if (kind == Inline) {
                 if (hasInline)
                     content->addCell(row, col, LibXLExcelSheet::CellString, 0,
                                      content->addOwnString(inlineText));
             } else if (!hasValue) {
                 continue; // a formatted but empty cell
-            } else if (type == QLatin1String("s")) {
+            } else if (kind == Shared) {
                 bool ok = false;
-                const int index = value.trimmed().toInt(&ok);
+                const int index = trimmed.toInt(&ok);
                 if (!ok || index < 0 || index >= sharedCount)
                     return badCell(in,
                                    QStringLiteral("cell %1 refers to shared string \"%2\", but "
                                                   "the workbook has %3 shared strings")
-                                       .arg(reference)
-                                       .arg(value)
+                                       .arg(cellName(row, col), value.left(40))
                                        .arg(sharedCount),
                                    error);
                 content->addCell(row, col, LibXLExcelSheet::CellString, 0, index);
-            } else if (type == QLatin1String("str")) {
+            } else if (kind == Formula) {
                 content->addCell(row, col, LibXLExcelSheet::CellString, 0,
                                  content->addOwnString(unescape(value)));
-            } else if (type == QLatin1String("b")) {
-                content->addCell(row, col, LibXLExcelSheet::CellBoolean,
-                                 value.trimmed() == QLatin1String("1") ||
-                                         value.trimmed() == QLatin1String("true")
-                                     ? 1
-                                     : 0,
-                                 0);
-            } else if (type == QLatin1String("e")) {
+            } else if (kind == Boolean) {
+                content->addCell(
+                    row, col, LibXLExcelSheet::CellBoolean,
+                    trimmed == QLatin1String("1") || trimmed == QLatin1String("true") ? 1 : 0, 0);
+            } else if (kind == Error) {
                 content->addCell(row, col, LibXLExcelSheet::CellError, 0,
                                  content->addOwnString(value));
-            } else if (type == QLatin1String("d")) {
+            } else if (kind == Iso) {
                 // Strict files may store dates as ISO 8601 text.
-                QString text = value.trimmed();
+                QString text = trimmed.toString();
                 text.replace(QLatin1Char('T'), QLatin1Char(' '));
                 if (text.endsWith(QLatin1Char('Z')))
                     text.chop(1);
@@ -446,13 +478,12 @@ bool readSheet(const SheetReading& in, SheetContent* content, QString* error)
                                  content->addOwnString(text));
             } else {
                 bool ok = false;
-                const double number = value.trimmed().toDouble(&ok);
+                const double number = trimmed.toDouble(&ok);
                 if (!ok)
                     return badCell(in,
                                    QStringLiteral("cell %1 is a number cell whose value \"%2\" "
                                                   "is not a number")
-                                       .arg(reference)
-                                       .arg(value.left(40)),
+                                       .arg(cellName(row, col), value.left(40)),
                                    error);
                 const bool isDate =
                     style >= 0 && style < in.styles.dateXf.size() && in.styles.dateXf.at(style);

@@ -21,9 +21,11 @@ inline bool writeZip(const QString& path, const QMap<QString, QByteArray>& parts
     if (!zip)
         return false;
     for (auto it = parts.constBegin(); it != parts.constEnd(); ++it) {
-        void* copy = malloc(size_t(qMax(1, int(it.value().size()))));
-        memcpy(copy, it.value().constData(), size_t(it.value().size()));
-        zip_source_t* source = zip_source_buffer(zip, copy, zip_uint64_t(it.value().size()), 1);
+        const size_t size = size_t(it.value().size());
+        void* copy = size ? malloc(size) : nullptr;
+        if (size)
+            memcpy(copy, it.value().constData(), size);
+        zip_source_t* source = zip_source_buffer(zip, copy, zip_uint64_t(size), size ? 1 : 0);
         if (zip_file_add(zip, it.key().toUtf8().constData(), source, ZIP_FL_OVERWRITE) < 0) {
             zip_source_free(source);
             zip_discard(zip);
