@@ -103,31 +103,36 @@ bool LibXLExcel::Open(const QString& path)
     if (head.startsWith("PK\x05\x06"))
         return fail(QStringLiteral("an empty zip archive, not an Excel workbook"));
     if (head.startsWith(ole)) {
-        const QByteArray bytes = file.readAll();
-        file.close();
-        if (bytes.size() != size)
-            return fail(QStringLiteral("the file could not be read whole; it may be in use by "
-                                       "another program"));
-        CompoundFileReader compound;
+        // The file's bytes go as soon as the workbook stream is out of them.
+        QByteArray stream;
         QString why;
-        if (!compound.open(bytes, &why))
-            return fail(why);
-        if (compound.hasStream(QStringLiteral("EncryptedPackage")) ||
-            compound.hasStream(QStringLiteral("EncryptionInfo")))
-            return fail(QStringLiteral("the workbook is encrypted (protected by a password to "
-                                       "open); remove the password in Excel and save it again"));
-        QString streamName;
-        if (compound.hasStream(QStringLiteral("Workbook")))
-            streamName = QStringLiteral("Workbook");
-        else if (compound.hasStream(QStringLiteral("Book")))
-            streamName = QStringLiteral("Book");
-        if (streamName.isEmpty()) {
-            if (compound.hasStream(QStringLiteral("WordDocument")))
-                return fail(QStringLiteral("this is a Word document, not an Excel workbook"));
-            return fail(QStringLiteral("a compound document without a workbook in it, not an "
-                                       "Excel file"));
+        {
+            const QByteArray bytes = file.readAll();
+            file.close();
+            if (bytes.size() != size)
+                return fail(QStringLiteral("the file could not be read whole; it may be in use by "
+                                           "another program"));
+            CompoundFileReader compound;
+            if (!compound.open(bytes, &why))
+                return fail(why);
+            if (compound.hasStream(QStringLiteral("EncryptedPackage")) ||
+                compound.hasStream(QStringLiteral("EncryptionInfo")))
+                return fail(QStringLiteral("the workbook is encrypted (protected by a password "
+                                           "to open); remove the password in Excel and save it "
+                                           "again"));
+            QString streamName;
+            if (compound.hasStream(QStringLiteral("Workbook")))
+                streamName = QStringLiteral("Workbook");
+            else if (compound.hasStream(QStringLiteral("Book")))
+                streamName = QStringLiteral("Book");
+            if (streamName.isEmpty()) {
+                if (compound.hasStream(QStringLiteral("WordDocument")))
+                    return fail(QStringLiteral("this is a Word document, not an Excel workbook"));
+                return fail(QStringLiteral("a compound document without a workbook in it, not an "
+                                           "Excel file"));
+            }
+            stream = compound.stream(streamName, &why);
         }
-        const QByteArray stream = compound.stream(streamName, &why);
         if (stream.isEmpty())
             return fail(why.isEmpty() ? QStringLiteral("the workbook stream is empty") : why);
         if (!XlsBookReader::read(path, stream, this, &why))

@@ -12,8 +12,8 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     static QTemporaryDir dir;
-    const QString path = dir.filePath(size && (data[0] & 1) ? QStringLiteral("in.xls")
-                                                            : QStringLiteral("in.xlsx"));
+    const QString path =
+        dir.filePath(size && (data[0] & 1) ? QStringLiteral("in.xls") : QStringLiteral("in.xlsx"));
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return 0;
