@@ -90,13 +90,13 @@ int dump(const QString& path, const QString& only, QTextStream& out, QTextStream
         for (const ExcelRange& merge : sheet->GetMerges())
             out << "  merged " << columnName(merge.firstCol) << merge.firstRow + 1 << ':'
                 << columnName(merge.lastCol) << merge.lastRow + 1 << Qt::endl;
-        for (int r = 0; r < sheet->RowCount(); ++r)
-            for (int c = 0; c < sheet->ColCount(); ++c) {
-                const LibXLExcelSheet::CellType type = sheet->GetCellType(r, c);
-                if (type != LibXLExcelSheet::CellEmpty)
-                    out << "  " << columnName(c) << r + 1 << ' ' << typeName(type) << ' '
-                        << quoted(sheet->GetCellText(r, c)) << Qt::endl;
-            }
+        for (int i = 0; i < sheet->CellCount(); ++i) {
+            int r = 0;
+            int c = 0;
+            sheet->GetCellPosition(i, &r, &c);
+            out << "  " << columnName(c) << r + 1 << ' ' << typeName(sheet->GetCellType(r, c))
+                << ' ' << quoted(sheet->GetCellText(r, c)) << Qt::endl;
+        }
     }
     if (!found) {
         err << QFileInfo(path).fileName() << ": no sheet named " << quoted(only) << Qt::endl;
@@ -131,12 +131,14 @@ int convert(const QString& from, const QString& to, QTextStream& err)
         for (int c = 0; c < sheet->ColCount(); ++c)
             if (sheet->GetColWidth(c) >= 0)
                 out->SetCol(c, c, sheet->GetColWidth(c));
-        for (int r = 0; r < sheet->RowCount(); ++r) {
+        for (int r = 0; r < sheet->RowCount(); ++r)
             if (sheet->GetRowHeight(r) >= 0)
                 out->SetRow(r, sheet->GetRowHeight(r));
-            for (int c = 0; c < sheet->ColCount(); ++c)
-                if (sheet->GetCellType(r, c) != LibXLExcelSheet::CellEmpty)
-                    out->WriteStr(r, c, sheet->GetCellText(r, c));
+        for (int i = 0; i < sheet->CellCount(); ++i) {
+            int r = 0;
+            int c = 0;
+            sheet->GetCellPosition(i, &r, &c);
+            out->WriteStr(r, c, sheet->GetCellText(r, c));
         }
     }
     if (target.SheetCount() == 0)

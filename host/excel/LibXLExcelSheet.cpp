@@ -57,6 +57,15 @@ const ExcelCellRecord* LibXLExcelSheet::find(int row, int col) const
     return &*it;
 }
 
+bool LibXLExcelSheet::GetCellPosition(int index, int* row, int* col) const
+{
+    if (index < 0 || index >= m_content.cells.size())
+        return false;
+    *row = m_content.cells.at(index).row;
+    *col = m_content.cells.at(index).col;
+    return true;
+}
+
 LibXLExcelSheet::CellType LibXLExcelSheet::GetCellType(int row, int col) const
 {
     const ExcelCellRecord* cell = find(row, col);

@@ -24,6 +24,9 @@ public:
     int RowCount() const { return m_rowCount; }
     int ColCount() const { return m_colCount; }
     int CellCount() const { return m_content.cells.size(); }
+    // The index-th filled cell in row order (0 <= index < CellCount()): walk a sparse sheet
+    // by its cells, not by RowCount() x ColCount().
+    bool GetCellPosition(int index, int* row, int* col) const;
     CellType GetCellType(int row, int col) const;
     // The text an estimator sees in the cell: strings as written, numbers without exponent or
     // trailing zeros, dates as yyyy-MM-dd (and hh:mm:ss when they carry a time), booleans as

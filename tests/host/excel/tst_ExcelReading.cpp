@@ -157,6 +157,13 @@ private slots:
         QCOMPARE(s->ColCount(), 16384);
         QCOMPARE(s->CellCount(), 2);
         QCOMPARE(s->GetCellText(1048575, 16383), "-1.5");
+        // A sparse sheet is walked by its cells.
+        int row = -1;
+        int col = -1;
+        QVERIFY(s->GetCellPosition(1, &row, &col));
+        QCOMPARE(row, 1048575);
+        QCOMPARE(col, 16383);
+        QVERIFY(!s->GetCellPosition(2, &row, &col));
     }
 
     void formatIsToldByContentNotSuffix()
