@@ -52,8 +52,8 @@ const TableLayout kTables[] = {
 
 QString createStatement(const TableLayout& table)
 {
-    QString sql = QStringLiteral("CREATE TABLE %1(%2").arg(QLatin1String(table.name),
-                                                            QLatin1String(table.columns));
+    QString sql = QStringLiteral("CREATE TABLE %1(%2")
+                      .arg(QLatin1String(table.name), QLatin1String(table.columns));
     if (table.key)
         sql += QStringLiteral(", PRIMARY KEY(%1)").arg(QLatin1String(table.key));
     return sql + QLatin1Char(')');
@@ -556,7 +556,8 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
             return damaged(layoutProblem);
 
     // project: exactly one record.
-    if (!q.exec(QStringLiteral("SELECT rowid, id, name, read_only, bid_locked, config FROM project")))
+    if (!q.exec(
+            QStringLiteral("SELECT rowid, id, name, read_only, bid_locked, config FROM project")))
         return readFailed("project", q);
     if (!q.next())
         return damaged(QStringLiteral("数据表“project”没有工程记录"));
@@ -597,16 +598,19 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
             return damaged(node.wrong(QStringLiteral("工程节点编号%1重复").arg(id)));
         ProTreeNode* parent = isRoot ? nullptr : nodes.value(parentId, nullptr);
         if (isRoot != nodes.isEmpty())
-            return damaged(node.wrong(QStringLiteral("工程结构不完整（根节点只能有一个且须在最前）")));
+            return damaged(
+                node.wrong(QStringLiteral("工程结构不完整（根节点只能有一个且须在最前）")));
         if (!isRoot && !parent)
             return damaged(
                 node.wrong(QStringLiteral("工程结构不完整（上级节点%1不存在）").arg(parentId)));
         if (isRoot && type != ProTreeNode::WorksNode)
             return damaged(node.wrong(QStringLiteral("建设项目节点的类型%1无效").arg(type)));
-        if (parent && parent->parent() && ProTreeNode::Types(parent) != ProTreeNode::SingleProjectNode)
+        if (parent && parent->parent() &&
+            ProTreeNode::Types(parent) != ProTreeNode::SingleProjectNode)
             return damaged(node.wrong(QStringLiteral("节点“%1”不能位于单位工程之下").arg(name)));
         if (parent && type == ProTreeNode::SingleProjectNode && parent->parent())
-            return damaged(node.wrong(QStringLiteral("单项工程“%1”只能位于建设项目之下").arg(name)));
+            return damaged(
+                node.wrong(QStringLiteral("单项工程“%1”只能位于建设项目之下").arg(name)));
         if (announcesSubmitted)
             submitted.insert(id);
         nodes.insert(id, works->AddNode(parent, id, type, name));
@@ -632,8 +636,8 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
         if (!node)
             return damaged(row.wrong(QStringLiteral("工程节点%1不存在").arg(nodeId)));
         if (ProTreeNode::Types(node) != ProTreeNode::WorksNode)
-            return damaged(row.wrong(QStringLiteral("单项工程“%1”不能有工程数据")
-                                         .arg(ProTreeNode::Name(node))));
+            return damaged(row.wrong(
+                QStringLiteral("单项工程“%1”不能有工程数据").arg(ProTreeNode::Name(node))));
         if (seenWorks.contains({nodeId, audit}))
             return damaged(row.wrong(QStringLiteral("工程节点%1的工程数据重复").arg(nodeId)));
         seenWorks.insert({nodeId, audit});
