@@ -268,7 +268,8 @@ private slots:
         QCOMPARE(InteractionSeam::lastShown().text, QString("确定删除当前行吗？"));
         QCOMPARE(dialog.rows().size(), 0);
         // A quote breaks the statement: logged, nothing else changes.
-        QVERIFY(!LxrgStore::Exec("UPDATE lxrg SET gz = 'a'b' WHERE fid = '1'", "test"));
+        QVERIFY(
+            !LxrgStore::Exec("UPDATE lxrg SET gz = '%1' WHERE fid = '%2'", {"a'b", "1"}, "test"));
     }
 
     void tradesInUseAreProtected()
