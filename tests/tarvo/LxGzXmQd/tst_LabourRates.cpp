@@ -11,8 +11,10 @@
 #include "LxGzXmQd/WorksTypeList.h"
 #include "common/BillModel.h"
 
+#include "BusinessFaultInjection.h"
 #include "HostConstants.h"
 #include "InteractionSeam.h"
+#include "ProcExceptionNew.h"
 #include "SharedInterface.h"
 #include "zBatMessage.h"
 #include "zTableView.h"
@@ -229,6 +231,29 @@ private slots:
         p.project->SetDqdZdSd(true);
         page.ProcMsg(41, &node);
         QVERIFY(page.sporadicWidget()->isReadOnly());
+    }
+
+    void throwingBusinessCallIsReportedWithItsTag()
+    {
+        TestProject p;
+        LxGzXmRgDjQdTable* t = p.current->getTenderInventory()->getLxGzXmRgDjQdTable();
+        TestProject::row(t, 0, {{2, "普工"}, {4, 100.0}, {6, 10.0}});
+        LxGzXmQdWidget page;
+        QVariant node = QVariant::fromValue(p.unit);
+        page.ProcMsg(74, &node);
+        auto* grid = static_cast<LxGzXmQdSjWidget*>(page.sjWidget());
+        grid->view()->selectionModel()->select(grid->model()->index(0, 1),
+                                               QItemSelectionModel::Select);
+        ClearExceptionReports();
+        BusinessFaultInjection::setFault([] { throw QString("单价计算失败"); });
+        emit page.sporadicWidget()->signalSelectSporadicItem(150);
+        QCOMPARE(RecentExceptionReports().size(), 1);
+        QCOMPARE(RecentExceptionReports().first().tag,
+                 QString("LxGzXmQdSjWidget::slotSelectSporadicItem"));
+        QCOMPARE(RecentExceptionReports().first().what, QString("单价计算失败"));
+        // The page goes on: the next pick works.
+        emit page.sporadicWidget()->signalSelectSporadicItem(150);
+        QCOMPARE(t->at(0)->getDouble(4), 150.0);
     }
 
     void regionReuseStoresALeadingBlank()
