@@ -251,7 +251,10 @@ private slots:
         QCOMPARE(RecentExceptionReports().first().tag,
                  QString("LxGzXmQdSjWidget::slotSelectSporadicItem"));
         QCOMPARE(RecentExceptionReports().first().what, QString("单价计算失败"));
+        QCOMPARE(t->at(0)->getDouble(4), 100.0);
         // The page goes on: the next pick works.
+        grid->view()->selectionModel()->select(grid->model()->index(0, 1),
+                                               QItemSelectionModel::Select);
         emit page.sporadicWidget()->signalSelectSporadicItem(150);
         QCOMPARE(t->at(0)->getDouble(4), 150.0);
     }
