@@ -2,6 +2,7 @@
 #include "BaseDataItem.h"
 #include "GeneralTableBase.h"
 
+#include <QSet>
 #include <QUndoCommand>
 #include <QUndoStack>
 
@@ -102,17 +103,17 @@ private:
 class RUUndoCommand : public QUndoCommand
 {
 public:
-    RUUndoCommand(std::vector<std::unique_ptr<RUChange>> changes, const OperatingUIInfo& info)
-        : QUndoCommand(info.text), m_changes(std::move(changes)), m_info(info)
+    RUUndoCommand(std::vector<std::unique_ptr<RUChange>> changes, const OperatingUIInfo& info,
+                  QHash<GeneralTableBase*, RURecordControl::Touched> touched)
+        : QUndoCommand(info.text), m_changes(std::move(changes)), m_info(info),
+          m_touched(std::move(touched))
     {
     }
     void undo() override
     {
         replay([this] {
-            for (auto it = m_changes.rbegin(); it != m_changes.rend(); ++it) {
+            for (auto it = m_changes.rbegin(); it != m_changes.rend(); ++it)
                 (*it)->undo();
-                RURecordControl::GetInstance()->touch(**it);
-            }
         });
         emit RURecordControl::GetInstance()->signalReplayed(m_info, true);
     }
@@ -124,10 +125,8 @@ public:
             return;
         }
         replay([this] {
-            for (auto& change : m_changes) {
+            for (auto& change : m_changes)
                 change->redo();
-                RURecordControl::GetInstance()->touch(*change);
-            }
         });
         emit RURecordControl::GetInstance()->signalReplayed(m_info, false);
     }
@@ -139,10 +138,13 @@ private:
         control->m_replaying = true;
         f();
         control->m_replaying = false;
+        // A replay touches what the record touched, known since the record ended.
+        control->m_touched = m_touched;
         control->flushChanges();
     }
     std::vector<std::unique_ptr<RUChange>> m_changes;
     OperatingUIInfo m_info;
+    QHash<GeneralTableBase*, RURecordControl::Touched> m_touched;
     bool m_first = true;
 };
 
@@ -171,7 +173,7 @@ void RURecordControl::EndRecord(const OperatingUIInfo& info)
         return;
     const bool changed = !m_open.empty(); // a command that changed nothing leaves no undo step
     if (changed) {
-        m_stack->push(new RUUndoCommand(std::move(m_open), info));
+        m_stack->push(new RUUndoCommand(std::move(m_open), info, m_touched));
         m_open.clear();
     }
     flushChanges();
@@ -221,7 +223,7 @@ void RURecordControl::touch(const RUChange& change)
         return;
     Touched& touched = m_touched[table];
     if (BaseDataItem* item = change.item())
-        touched.items.insert(item);
+        touched.items.append(item);
     else
         touched.rowsChanged = true;
 }
@@ -233,11 +235,19 @@ void RURecordControl::flushChanges()
     for (auto it = touched.cbegin(); it != touched.cend(); ++it) {
         TableChange change;
         change.rowsChanged = it->rowsChanged;
-        if (!change.rowsChanged && !it->items.isEmpty()) {
-            // One pass over the table finds the span of the changed rows.
-            const QList<BaseDataItem*>& items = it.key()->items();
-            for (int row = 0; row < items.size(); ++row) {
-                if (!it->items.contains(items.at(row)))
+        const QList<BaseDataItem*>& rows = it.key()->items();
+        if (!change.rowsChanged && it->items.size() >= 1024 &&
+            it->items.size() * 4 >= rows.size()) {
+            // A bulk change: the whole list is redrawn, without looking for the rows.
+            if (rows.isEmpty())
+                continue;
+            change.firstRow = 0;
+            change.lastRow = rows.size() - 1;
+        } else if (!change.rowsChanged) {
+            // A few rows: one pass over the table finds their span.
+            const QSet<BaseDataItem*> changed(it->items.cbegin(), it->items.cend());
+            for (int row = 0; row < rows.size(); ++row) {
+                if (!changed.contains(rows.at(row)))
                     continue;
                 if (change.firstRow < 0)
                     change.firstRow = row;

@@ -6,8 +6,8 @@
 #include <QHash>
 #include <QList>
 #include <QObject>
-#include <QSet>
 #include <QVariant>
+#include <QVector>
 
 #include <cstddef>
 #include <functional>
@@ -107,7 +107,7 @@ private:
     struct Touched
     {
         bool rowsChanged = false;
-        QSet<BaseDataItem*> items;
+        QVector<BaseDataItem*> items; // rows whose values changed, repeats allowed
     };
     QHash<GeneralTableBase*, Touched> m_touched;
 };
