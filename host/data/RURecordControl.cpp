@@ -2,8 +2,11 @@
 #include "BaseDataItem.h"
 #include "GeneralTableBase.h"
 
+#include <QSet>
 #include <QUndoCommand>
 #include <QUndoStack>
+
+#include <utility>
 
 namespace {
 
@@ -16,6 +19,8 @@ public:
     }
     void undo() override { m_item->restore(m_field, m_old); }
     void redo() override { m_item->restore(m_field, m_new); }
+    GeneralTableBase* table() const override { return m_item->getOwner(); }
+    BaseDataItem* item() const override { return m_item; }
 
 private:
     BaseDataItem* m_item;
@@ -40,6 +45,7 @@ public:
     }
     void undo() override { m_inserted ? take() : put(); }
     void redo() override { m_inserted ? put() : take(); }
+    GeneralTableBase* table() const override { return m_table; }
 
 private:
     void put()
@@ -69,6 +75,7 @@ public:
     }
     void undo() override { m_table->reorder(m_old); }
     void redo() override { m_table->reorder(m_new); }
+    GeneralTableBase* table() const override { return m_table; }
 
 private:
     GeneralTableBase* m_table;
@@ -96,8 +103,10 @@ private:
 class RUUndoCommand : public QUndoCommand
 {
 public:
-    RUUndoCommand(std::vector<std::unique_ptr<RUChange>> changes, const OperatingUIInfo& info)
-        : QUndoCommand(info.text), m_changes(std::move(changes)), m_info(info)
+    RUUndoCommand(std::vector<std::unique_ptr<RUChange>> changes, const OperatingUIInfo& info,
+                  QHash<GeneralTableBase*, RURecordControl::Touched> touched)
+        : QUndoCommand(info.text), m_changes(std::move(changes)), m_info(info),
+          m_touched(std::move(touched))
     {
     }
     void undo() override
@@ -129,9 +138,13 @@ private:
         control->m_replaying = true;
         f();
         control->m_replaying = false;
+        // A replay touches what the record touched, known since the record ended.
+        control->m_touched = m_touched;
+        control->flushChanges();
     }
     std::vector<std::unique_ptr<RUChange>> m_changes;
     OperatingUIInfo m_info;
+    QHash<GeneralTableBase*, RURecordControl::Touched> m_touched;
     bool m_first = true;
 };
 
@@ -144,6 +157,7 @@ RURecordControl* RURecordControl::GetInstance()
 RURecordControl::RURecordControl() : m_stack(new QUndoStack(this))
 {
     qRegisterMetaType<OperatingUIInfo>();
+    qRegisterMetaType<TableChange>();
 }
 
 void RURecordControl::BeginRecord()
@@ -157,17 +171,101 @@ void RURecordControl::EndRecord(const OperatingUIInfo& info)
         return;
     if (--m_depth > 0)
         return;
-    if (m_open.empty())
-        return; // a command that changed nothing leaves no undo step
-    m_stack->push(new RUUndoCommand(std::move(m_open), info));
-    m_open.clear();
-    emit signalRecordPushed(info);
+    const bool changed = !m_open.empty(); // a command that changed nothing leaves no undo step
+    if (changed) {
+        m_stack->push(new RUUndoCommand(std::move(m_open), info, m_touched));
+        m_open.clear();
+    }
+    flushChanges();
+    if (changed)
+        emit signalRecordPushed(info);
+}
+
+RURecordControl::Scope::Scope()
+{
+    RURecordControl* control = GetInstance();
+    control->BeginRecord();
+    m_mark = control->m_open.size();
+}
+
+RURecordControl::Scope::~Scope()
+{
+    if (!m_done)
+        GetInstance()->rollBack(m_mark);
+}
+
+void RURecordControl::Scope::commit(const OperatingUIInfo& info)
+{
+    if (m_done)
+        return;
+    m_done = true;
+    GetInstance()->EndRecord(info);
+}
+
+void RURecordControl::rollBack(std::size_t mark)
+{
+    if (m_depth == 0)
+        return;
+    m_replaying = true;
+    while (m_open.size() > mark) {
+        m_open.back()->undo();
+        m_open.pop_back(); // a row the change still holds (an insert taken back) dies with it
+    }
+    m_replaying = false;
+    if (--m_depth == 0)
+        flushChanges(); // the views follow the data put back
+}
+
+void RURecordControl::touch(const RUChange& change)
+{
+    GeneralTableBase* table = change.table();
+    if (!table)
+        return;
+    Touched& touched = m_touched[table];
+    if (BaseDataItem* item = change.item())
+        touched.items.append(item);
+    else
+        touched.rowsChanged = true;
+}
+
+void RURecordControl::flushChanges()
+{
+    // Taken first: a view that redraws may start another record.
+    const QHash<GeneralTableBase*, Touched> touched = std::exchange(m_touched, {});
+    for (auto it = touched.cbegin(); it != touched.cend(); ++it) {
+        TableChange change;
+        change.rowsChanged = it->rowsChanged;
+        const QList<BaseDataItem*>& rows = it.key()->items();
+        if (!change.rowsChanged && it->items.size() >= 1024 &&
+            it->items.size() * 4 >= rows.size()) {
+            // A bulk change: the whole list is redrawn, without looking for the rows.
+            if (rows.isEmpty())
+                continue;
+            change.firstRow = 0;
+            change.lastRow = rows.size() - 1;
+        } else if (!change.rowsChanged) {
+            // A few rows: one pass over the table finds their span.
+            const QSet<BaseDataItem*> changed(it->items.cbegin(), it->items.cend());
+            for (int row = 0; row < rows.size(); ++row) {
+                if (!changed.contains(rows.at(row)))
+                    continue;
+                if (change.firstRow < 0)
+                    change.firstRow = row;
+                change.lastRow = row;
+            }
+            if (change.firstRow < 0)
+                continue; // the rows are no longer in the table
+        }
+        emit signalTableChanged(it.key(), change);
+    }
 }
 
 void RURecordControl::add(std::unique_ptr<RUChange> change)
 {
-    if (IsRecording())
-        m_open.push_back(std::move(change));
+    if (!IsRecording())
+        return;
+    touch(*change);
+    m_open.push_back(std::move(change));
 }
 
 void RURecordControl::RecordValueChange(BaseDataItem* item, int field, const QVariant& oldValue,
@@ -229,6 +327,7 @@ bool RURecordControl::Redo()
 
 void RURecordControl::ForgetHistory()
 {
+    m_touched.clear();
     m_open.clear();
     m_stack->clear();
 }

@@ -1,7 +1,11 @@
 #pragma once
 
 #include "BaseDataItemModel.h"
+#include "GeneralTableBase.h"
 #include "OperatingUIInfo.h"
+#include "RURecordControl.h"
+
+#include <type_traits>
 
 class AuditBusiness;
 class BaseDataItem;
@@ -35,7 +39,9 @@ public:
 
     // The record info of this model's table with the given operation and label.
     OperatingUIInfo undoInfo(int operType, const QString& text) const;
-    // Runs a change of the table as one undo step with the given operation and label.
+    // Runs a change of the table as one undo step with the given operation and label: the
+    // step is kept when the change returns, rolled back when it throws. The label is read
+    // when the change has run.
     template <typename Change> bool recorded(int operType, const QString& text, Change&& change);
 
 protected:
@@ -56,22 +62,27 @@ private:
     QString m_sourceFolder;
 };
 
-void beginUndoRecord();
-void endUndoRecord(const OperatingUIInfo& info);
-
 template <typename Change>
 bool BillModel::recorded(int operType, const QString& text, Change&& change)
 {
-    beginUndoRecord();
-    bool changed = false;
-    try {
+    // The journal tells the views of every table the record changed, when it ends or is
+    // rolled back (a change that throws leaves no undo step). A table outside the journal
+    // is redrawn here.
+    struct Redraw
+    {
+        BillModel* model;
+        ~Redraw()
+        {
+            if (!model->table() || !model->table()->isJournalled())
+                model->resetModel();
+        }
+    } redraw{this};
+    RURecordControl::Scope scope;
+    bool changed = true;
+    if constexpr (std::is_void_v<decltype(change())>)
+        change();
+    else
         changed = change();
-    } catch (...) {
-        endUndoRecord(undoInfo(operType, text)); // the record is closed whatever happens
-        resetModel();
-        throw;
-    }
-    endUndoRecord(undoInfo(operType, text));
-    resetModel();
+    scope.commit(undoInfo(operType, text)); // the label is read now: the change may settle it
     return changed;
 }
