@@ -2,6 +2,7 @@
 
 #include "BusinessFaultInjection.h"
 #include "ProgressSink.h"
+#include "SampleProject.h"
 #include "ZgClQdBusiness.h"
 #include "ZgClZsItem.h"
 
@@ -336,6 +337,30 @@ private slots:
         QCOMPARE(nodes.at(5)->GetFlag(), 1);
         QCOMPARE(progress.values.last(), 100);
         qDeleteAll(nodes);
+    }
+
+    void theSampleProjectShowsEveryDisagreement()
+    {
+        std::unique_ptr<ProjectWorks> sample = BuildSampleProject();
+        ConstructionWorks* sampleRoot = sample->GetConstructionWorksNode();
+        ZgjClHzTable* sampleList = sampleRoot->getTenderInventory()->getZgjClHzTable();
+        int seen = 0;
+        for (const BaseDataItem* item : sampleList->items())
+            seen |= item->getValue(30).toInt();
+        QCOMPARE(seen, 31); // price, attribute, origin, manufacturer and remark all occur
+        QList<ZgClZsItem*> nodes;
+        ZgClQdBusiness::GetGcZgSz(sampleRoot, nodes, nullptr);
+        int uncoded = 0, flagged = 0;
+        for (const ZgClZsItem* node : nodes) {
+            uncoded += node->GetZgClZsItemType() == 1 && node->GetOwnZbBm().isEmpty() ? 1 : 0;
+            flagged += node->GetFlag();
+        }
+        qDeleteAll(nodes);
+        QVERIFY(uncoded > 0);
+        QVERIFY(flagged > 0);
+        ZgClQdBusiness::UpdateZgjClHzbSLAndTJ(sampleRoot, nullptr);
+        QVERIFY(ZgClQdBusiness::GetTjByzClCount(sampleRoot) > 0);
+        QCOMPARE(ZgClQdBusiness::GetBCzDyClCount(sampleRoot), 2);
     }
 
     void aFailingServiceThrowsBeforeChangingAnything()
