@@ -12,16 +12,6 @@
 
 #include <QColor>
 
-void beginUndoRecord()
-{
-    RURecordControl::GetInstance()->BeginRecord();
-}
-
-void endUndoRecord(const OperatingUIInfo& info)
-{
-    RURecordControl::GetInstance()->EndRecord(info);
-}
-
 BillModel::BillModel(QObject* parent) : BaseDataItemModel(parent) {}
 
 QVariant BillModel::data(const QModelIndex& index, int role) const

@@ -2,6 +2,9 @@
 
 #include "BaseDataItemModel.h"
 #include "OperatingUIInfo.h"
+#include "RURecordControl.h"
+
+#include <type_traits>
 
 class AuditBusiness;
 class BaseDataItem;
@@ -35,7 +38,9 @@ public:
 
     // The record info of this model's table with the given operation and label.
     OperatingUIInfo undoInfo(int operType, const QString& text) const;
-    // Runs a change of the table as one undo step with the given operation and label.
+    // Runs a change of the table as one undo step with the given operation and label: the
+    // step is kept when the change returns, rolled back when it throws. The label is read
+    // when the change has run.
     template <typename Change> bool recorded(int operType, const QString& text, Change&& change);
 
 protected:
@@ -56,22 +61,22 @@ private:
     QString m_sourceFolder;
 };
 
-void beginUndoRecord();
-void endUndoRecord(const OperatingUIInfo& info);
-
 template <typename Change>
 bool BillModel::recorded(int operType, const QString& text, Change&& change)
 {
-    beginUndoRecord();
-    bool changed = false;
-    try {
+    // The grid is redrawn whatever happens; a change that throws is rolled back by the scope
+    // before the redraw, and leaves no undo step.
+    struct Redraw
+    {
+        BillModel* model;
+        ~Redraw() { model->resetModel(); }
+    } redraw{this};
+    RURecordControl::Scope scope;
+    bool changed = true;
+    if constexpr (std::is_void_v<decltype(change())>)
+        change();
+    else
         changed = change();
-    } catch (...) {
-        endUndoRecord(undoInfo(operType, text)); // the record is closed whatever happens
-        resetModel();
-        throw;
-    }
-    endUndoRecord(undoInfo(operType, text));
-    resetModel();
+    scope.commit(undoInfo(operType, text)); // the label is read now: the change may settle it
     return changed;
 }
