@@ -222,6 +222,10 @@ void fillMaterials(ConstructionWorks* works, QRandomGenerator& random, int unitI
                                          : text(m.origin);
         const QString remark =
             i % 21 == 0 && unitIndex == 4 ? QStringLiteral("甲方认质认价") : QString();
+        // Provisional prices are the tender's, the same in every unit project, but for the
+        // deliberate disagreements above.
+        if (i % 7 == 0 && !(i % 11 == 0 && unitIndex % 2 == 1))
+            adjusted = m.price;
         adjusted = std::round(adjusted * 100) / 100;
         const QString code = QString::fromLatin1(m.code) +
                              QStringLiteral("%1").arg(i / catalogue, 2, 10, QLatin1Char('0'));

@@ -15,9 +15,14 @@ QVariant ZgClQdModel::data(const QModelIndex& index, int role) const
         return item->getValue(ZgClQdBusiness::ProvisionalField).toBool() ? QStringLiteral("是")
                                                                          : QStringLiteral("否");
     }
-    if (role == Qt::TextAlignmentRole && index.isValid() &&
-        fieldOfColumn(index.column()) == ZgClQdBusiness::ProvisionalField)
-        return AlignCentre;
+    if (role == Qt::TextAlignmentRole && index.isValid()) {
+        const int field = fieldOfColumn(index.column());
+        if (field == ZgClQdBusiness::ProvisionalField)
+            return AlignCentre;
+        // Codes and the descriptive columns read from the left.
+        if (field == 2 || field == 8 || field == 12 || field == 13 || field == 14)
+            return AlignLeftCentre;
+    }
     return MaterialListModel::data(index, role);
 }
 

@@ -10,17 +10,21 @@
 #include "InteractionSeam.h"
 #include "MsgExplain.h"
 #include "ProcExceptionNew.h"
+#include "SampleProject.h"
 #include "ZgClQdBusiness.h"
 #include "zTableView.h"
 
 #include <QAbstractItemModelTester>
 #include <QAction>
+#include <QApplication>
+#include <QDir>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QSignalSpy>
+#include <QTimer>
 #include <QUndoStack>
 #include <QtTest>
 
@@ -444,6 +448,60 @@ private slots:
         page.grid()->slotAcQcWh(); // still usable
         page.grid()->slotAcHzZgCl();
         QCOMPARE(undo()->undoStack()->undoText(), QString("汇总工程所有暂估材料"));
+    }
+
+    // With TARVO_SHOTS_DIR set, walks through the page on the sample project with real boxes
+    // and dialogs and saves what the user sees at each step.
+    void walkthroughOnTheSampleProject()
+    {
+        const QString dir = qEnvironmentVariable("TARVO_SHOTS_DIR");
+        if (dir.isEmpty())
+            QSKIP("TARVO_SHOTS_DIR not set");
+        QDir().mkpath(dir);
+        const int index = DataManagement::getInstance()->AddProjectWorks(BuildSampleProject());
+        ProjectWorks* project = DataManagement::getInstance()->GetProjectWorksByIndex(index);
+        ZgClQdWidget page;
+        page.resize(1500, 820);
+        QVariant node = QVariant::fromValue(project->root());
+        page.ProcMsg(74, &node);
+        page.show();
+        auto* grid = static_cast<ZgClQdSjWidget*>(page.sjWidget());
+        int shot = 0;
+        auto save = [&](QWidget* w, const QString& name) {
+            QVERIFY(w->grab().save(QString("%1/%2-%3.png").arg(dir).arg(++shot).arg(name)));
+        };
+        // Each real modal box or dialog is saved, then answered.
+        auto answerNext = [&](const QString& name, std::function<void(QWidget*)> answer) {
+            QTimer::singleShot(200, [&, name, answer] {
+                QWidget* modal = QApplication::activeModalWidget();
+                QVERIFY(modal);
+                save(modal, name);
+                answer(modal);
+            });
+        };
+        InteractionSeam::setScripted(false);
+        QTest::qWait(50);
+        save(&page, "opened");
+        answerNext("report", [](QWidget* w) { static_cast<QDialog*>(w)->accept(); });
+        grid->slotAcSxZgCl();
+        save(&page, "refreshed");
+        grid->slotAcHzZgCl();
+        save(&page, "summarised");
+        BillModel* model = grid->model();
+        model->setData(model->index(0, columnOf(model, 7)), "4500");
+        save(&page, "price-set");
+        answerNext("numbering", [](QWidget* w) { static_cast<QDialog*>(w)->accept(); });
+        grid->slotAcCxScXhBm();
+        save(&page, "numbered");
+        answerNext("settings-check", [](QWidget* w) { static_cast<QDialog*>(w)->reject(); });
+        grid->slotAcCkDwGcZgSz();
+        for (int i = 0; i < 4 && undo()->undoStack()->canUndo(); ++i) {
+            QVERIFY(undo()->Undo());
+            model->resetModel();
+            save(&page, "undo");
+        }
+        InteractionSeam::setScripted(true);
+        DataManagement::getInstance()->CloseProjectWorks(index);
     }
 
     void theSettingsCheckOpensOverTheProject()
