@@ -217,11 +217,11 @@ void fillMaterials(ConstructionWorks* works, QRandomGenerator& random, int unitI
         const QString tenderCode = provisional && !(i % 5 == 0 && unitIndex >= 4)
                                        ? QStringLiteral("ZG%1").arg(i + 1, 3, 10, QLatin1Char('0'))
                                        : QString();
-        const QString manufacturer = i % 14 == 0 && unitIndex == 5
+        const QString manufacturer = i % 35 == 0 && unitIndex == 5
                                          ? text(m.origin) + QStringLiteral("第二分厂")
                                          : text(m.origin);
         const QString remark =
-            i % 21 == 0 && unitIndex == 4 ? QStringLiteral("甲方认质认价") : QString();
+            i % 63 == 0 && unitIndex == 4 ? QStringLiteral("甲方认质认价") : QString();
         // Provisional prices are the tender's, the same in every unit project, but for the
         // deliberate disagreements above.
         if (i % 7 == 0 && !(i % 11 == 0 && unitIndex % 2 == 1))
