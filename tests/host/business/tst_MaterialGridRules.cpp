@@ -1,3 +1,5 @@
+#include "TestProject.h"
+
 #include "MaterialGridRules.h"
 #include "ZbrClGzfQdBusiness.h"
 
@@ -10,20 +12,10 @@ class tst_MaterialGridRules : public QObject
     Q_OBJECT
 
 private:
-    static BaseDataItem* row(GeneralTableBase* t, int kind,
-                             std::initializer_list<std::pair<int, QVariant>> fields)
-    {
-        BaseDataItem* item = t->CreateItem();
-        item->loadState(kind, false, 0, QString());
-        for (const auto& f : fields)
-            item->loadValue(f.first, f.second);
-        t->attach(t->count(), item);
-        return item;
-    }
     static void material(GeneralTableBase* t, int serial, const QString& name, QVariant price,
                          QVariant quantity, const QString& code = QString())
     {
-        row(t, 1, {{1, serial}, {3, name}, {7, price}, {9, quantity}, {12, code}});
+        TestProject::row(t, 1, {{1, serial}, {3, name}, {7, price}, {9, quantity}, {12, code}});
         t->at(t->count() - 1)->loadValue(10, price.toDouble() * quantity.toDouble());
     }
     static QStringList names(const QList<BaseDataItem*>& rows)
@@ -40,7 +32,7 @@ private slots:
         ZbrClGzfQdTable t;
         for (int i = 0; i < 6; ++i)
             material(&t, i + 1, QString("材料%1").arg(i), 10, 1);
-        row(&t, 1, {}); // an empty row
+        TestProject::row(&t, 1, {}); // an empty row
         MaterialGridRules::defineBlockHead(&t, 2);
         QCOMPARE(MaterialGridRules::blockRows(&t), QList<int>({2}));
         MaterialGridRules::defineBlockTail(&t, 4);
@@ -69,8 +61,8 @@ private slots:
         material(&t, 1, "水泥", 480, 0, "A-010"); // zero quantity: last by quantity
         material(&t, 4, "电梯", 285000, 2, "B-001");
         material(&t, 2, "安全网", 12, QVariant(), "");
-        row(&t, 2, {{3, "合计"}, {10, 1.0}});
-        row(&t, 1, {{7, 5.0}}); // no name: not sorted by name or serial
+        TestProject::row(&t, 2, {{3, "合计"}, {10, 1.0}});
+        TestProject::row(&t, 1, {{7, 5.0}}); // no name: not sorted by name or serial
         using namespace MaterialGridRules;
         QCOMPARE(names(sortedOrder(t.items(), ByQuantity)),
                  QStringList({"钢筋", "电梯", "水泥", "安全网", "", "合计"}));
@@ -100,7 +92,7 @@ private slots:
         ZbrClGzfQdTable t;
         for (int i = 0; i < 5; ++i)
             material(&t, i + 1, QString("材料%1").arg(i), 10, i + 1);
-        row(&t, 2, {{3, "合计"}});
+        TestProject::row(&t, 2, {{3, "合计"}});
         t.at(1)->SetBlock(true);
         t.at(5)->SetBlock(true); // the total row is never cleared
         QCOMPARE(MaterialGridRules::rowsToClear(&t, true), QList<BaseDataItem*>({t.at(1)}));
