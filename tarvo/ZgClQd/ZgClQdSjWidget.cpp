@@ -153,9 +153,21 @@ void ZgClQdSjWidget::updateKeepTenderMenu()
 void ZgClQdSjWidget::onActivated()
 {
     MaterialSjWidget::onActivated();
+    sendTenderItemStates();
+}
+
+void ZgClQdSjWidget::onNodeLoaded()
+{
+    MaterialSjWidget::onNodeLoaded();
+    if (isVisible())
+        sendTenderItemStates(); // the ribbon may have been announced before the node came
+}
+
+void ZgClQdSjWidget::sendTenderItemStates()
+{
     // The tender list can always be looked at; arranging the bid against it changes the list.
     const ProjectWorks* owner = works() ? works()->getOwner() : nullptr;
-    const bool locked = !owner || owner->IsReadOnly() || owner->GetDqdZdSd();
+    const bool locked = owner && (owner->IsReadOnly() || owner->GetDqdZdSd());
     for (const auto& item : {qMakePair(QStringLiteral("查看招标暂估材料"), 0),
                              qMakePair(QStringLiteral("对应整理投标暂估材料"), locked ? 3 : 0)}) {
         MsgExplain::ToChangeMenuItemInfo info;

@@ -53,11 +53,13 @@ protected:
     QString keepLabel(int n, bool fixedCommand) const override;
     int tenderCodeField() const override { return 2; }
     void onActivated() override;
+    void onNodeLoaded() override;
     void onRibbonCommand(const QVariant& payload) override;
 
 private:
     ZgjClHzTable* list() const;
     void updateKeepTenderMenu();
+    void sendTenderItemStates();
 
     QLabel* m_explanation = nullptr;
     QMenu* m_keepTender = nullptr;
