@@ -139,8 +139,13 @@ QList<BaseDataItem*> sortedOrder(const QList<BaseDataItem*>& rows, SortKey key, 
     sorted.reserve(rows.size());
     QList<BaseDataItem*> rest;
     for (BaseDataItem* item : rows) {
-        const bool present = item->getValue(field).isValid() && !item->getValueStr(field).isEmpty();
-        if (item->getKind() != Material || (!present && (isTextKey(key) || key == BySerial))) {
+        // Real keys take every material row (blank sorts last); the others only rows that
+        // carry the key.
+        const bool takesPart =
+            item->getKind() == Material &&
+            (!(isTextKey(key) || key == BySerial) ||
+             (item->getValue(field).isValid() && !item->getValueStr(field).isEmpty()));
+        if (!takesPart) {
             rest << item;
             continue;
         }

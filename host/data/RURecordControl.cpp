@@ -5,6 +5,8 @@
 #include <QUndoCommand>
 #include <QUndoStack>
 
+#include <utility>
+
 namespace {
 
 class ValueChange : public RUChange
@@ -16,6 +18,8 @@ public:
     }
     void undo() override { m_item->restore(m_field, m_old); }
     void redo() override { m_item->restore(m_field, m_new); }
+    GeneralTableBase* table() const override { return m_item->getOwner(); }
+    BaseDataItem* item() const override { return m_item; }
 
 private:
     BaseDataItem* m_item;
@@ -40,6 +44,7 @@ public:
     }
     void undo() override { m_inserted ? take() : put(); }
     void redo() override { m_inserted ? put() : take(); }
+    GeneralTableBase* table() const override { return m_table; }
 
 private:
     void put()
@@ -69,6 +74,7 @@ public:
     }
     void undo() override { m_table->reorder(m_old); }
     void redo() override { m_table->reorder(m_new); }
+    GeneralTableBase* table() const override { return m_table; }
 
 private:
     GeneralTableBase* m_table;
@@ -103,8 +109,10 @@ public:
     void undo() override
     {
         replay([this] {
-            for (auto it = m_changes.rbegin(); it != m_changes.rend(); ++it)
+            for (auto it = m_changes.rbegin(); it != m_changes.rend(); ++it) {
                 (*it)->undo();
+                RURecordControl::GetInstance()->touch(**it);
+            }
         });
         emit RURecordControl::GetInstance()->signalReplayed(m_info, true);
     }
@@ -116,8 +124,10 @@ public:
             return;
         }
         replay([this] {
-            for (auto& change : m_changes)
+            for (auto& change : m_changes) {
                 change->redo();
+                RURecordControl::GetInstance()->touch(*change);
+            }
         });
         emit RURecordControl::GetInstance()->signalReplayed(m_info, false);
     }
@@ -129,6 +139,7 @@ private:
         control->m_replaying = true;
         f();
         control->m_replaying = false;
+        control->flushChanges();
     }
     std::vector<std::unique_ptr<RUChange>> m_changes;
     OperatingUIInfo m_info;
@@ -144,6 +155,7 @@ RURecordControl* RURecordControl::GetInstance()
 RURecordControl::RURecordControl() : m_stack(new QUndoStack(this))
 {
     qRegisterMetaType<OperatingUIInfo>();
+    qRegisterMetaType<TableChange>();
 }
 
 void RURecordControl::BeginRecord()
@@ -157,11 +169,14 @@ void RURecordControl::EndRecord(const OperatingUIInfo& info)
         return;
     if (--m_depth > 0)
         return;
-    if (m_open.empty())
-        return; // a command that changed nothing leaves no undo step
-    m_stack->push(new RUUndoCommand(std::move(m_open), info));
-    m_open.clear();
-    emit signalRecordPushed(info);
+    const bool changed = !m_open.empty(); // a command that changed nothing leaves no undo step
+    if (changed) {
+        m_stack->push(new RUUndoCommand(std::move(m_open), info));
+        m_open.clear();
+    }
+    flushChanges();
+    if (changed)
+        emit signalRecordPushed(info);
 }
 
 RURecordControl::Scope::Scope()
@@ -195,13 +210,52 @@ void RURecordControl::rollBack(std::size_t mark)
         m_open.pop_back(); // a row the change still holds (an insert taken back) dies with it
     }
     m_replaying = false;
-    --m_depth;
+    if (--m_depth == 0)
+        flushChanges(); // the views follow the data put back
+}
+
+void RURecordControl::touch(const RUChange& change)
+{
+    GeneralTableBase* table = change.table();
+    if (!table)
+        return;
+    Touched& touched = m_touched[table];
+    if (BaseDataItem* item = change.item())
+        touched.items.insert(item);
+    else
+        touched.rowsChanged = true;
+}
+
+void RURecordControl::flushChanges()
+{
+    // Taken first: a view that redraws may start another record.
+    const QHash<GeneralTableBase*, Touched> touched = std::exchange(m_touched, {});
+    for (auto it = touched.cbegin(); it != touched.cend(); ++it) {
+        TableChange change;
+        change.rowsChanged = it->rowsChanged;
+        if (!change.rowsChanged && !it->items.isEmpty()) {
+            // One pass over the table finds the span of the changed rows.
+            const QList<BaseDataItem*>& items = it.key()->items();
+            for (int row = 0; row < items.size(); ++row) {
+                if (!it->items.contains(items.at(row)))
+                    continue;
+                if (change.firstRow < 0)
+                    change.firstRow = row;
+                change.lastRow = row;
+            }
+            if (change.firstRow < 0)
+                continue; // the rows are no longer in the table
+        }
+        emit signalTableChanged(it.key(), change);
+    }
 }
 
 void RURecordControl::add(std::unique_ptr<RUChange> change)
 {
-    if (IsRecording())
-        m_open.push_back(std::move(change));
+    if (!IsRecording())
+        return;
+    touch(*change);
+    m_open.push_back(std::move(change));
 }
 
 void RURecordControl::RecordValueChange(BaseDataItem* item, int field, const QVariant& oldValue,
@@ -263,6 +317,7 @@ bool RURecordControl::Redo()
 
 void RURecordControl::ForgetHistory()
 {
+    m_touched.clear();
     m_open.clear();
     m_stack->clear();
 }

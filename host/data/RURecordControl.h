@@ -1,9 +1,12 @@
 #pragma once
 
 #include "OperatingUIInfo.h"
+#include "TableChange.h"
 
+#include <QHash>
 #include <QList>
 #include <QObject>
+#include <QSet>
 #include <QVariant>
 
 #include <cstddef>
@@ -22,6 +25,10 @@ public:
     virtual ~RUChange() = default;
     virtual void undo() = 0;
     virtual void redo() = 0;
+    // The table it changes, or null (fee variables, settings).
+    virtual GeneralTableBase* table() const { return nullptr; }
+    // The row whose values it changes, or null when it changes rows themselves.
+    virtual BaseDataItem* item() const { return nullptr; }
 };
 
 // The host's undo facility. A user action opens a record with BeginRecord, the data layer
@@ -77,16 +84,30 @@ signals:
     // After an undo or redo, with the info of the record that was replayed.
     void signalReplayed(const OperatingUIInfo& info, bool undone);
     void signalRecordPushed(const OperatingUIInfo& info);
+    // A table changed: sent once per table when a record ends (pushed or rolled back) and
+    // after each undo or redo, so that every view of the table follows its data. Changes made
+    // outside any record are not signalled: their callers redraw.
+    void signalTableChanged(GeneralTableBase* table, const TableChange& change);
 
 private:
     RURecordControl();
     void add(std::unique_ptr<RUChange> change);
     // Undoes and drops the changes journalled after the first mark ones, and closes one level.
     void rollBack(std::size_t mark);
+    // Notes the table a change touches, to be signalled when the record ends.
+    void touch(const RUChange& change);
+    // Signals the tables touched since the last flush.
+    void flushChanges();
     friend class RUUndoCommand;
 
     QUndoStack* m_stack;
     int m_depth = 0;
     bool m_replaying = false;
     std::vector<std::unique_ptr<RUChange>> m_open;
+    struct Touched
+    {
+        bool rowsChanged = false;
+        QSet<BaseDataItem*> items;
+    };
+    QHash<GeneralTableBase*, Touched> m_touched;
 };

@@ -2,11 +2,16 @@
 
 #include "ConstructionWorks.h"
 #include "ProjectWorks.h"
+#include "RURecordControl.h"
 
 #include <QFont>
 #include <QSize>
 
-BaseDataItemModel::BaseDataItemModel(QObject* parent) : QAbstractTableModel(parent) {}
+BaseDataItemModel::BaseDataItemModel(QObject* parent) : QAbstractTableModel(parent)
+{
+    connect(RURecordControl::GetInstance(), &RURecordControl::signalTableChanged, this,
+            &BaseDataItemModel::onTableChanged);
+}
 
 void BaseDataItemModel::setColumns(const QVector<HeaderColumn>& columns)
 {
@@ -49,6 +54,20 @@ bool BaseDataItemModel::isLocked() const
         return true;
     const ProjectWorks* owner = m_table->getOwner();
     return owner && (owner->GetDqdZdSd() || owner->IsReadOnly());
+}
+
+void BaseDataItemModel::onTableChanged(GeneralTableBase* table, const TableChange& change)
+{
+    if (!m_table || table != m_table)
+        return;
+    if (change.rowsChanged) {
+        resetModel();
+        return;
+    }
+    if (change.firstRow < 0 || change.lastRow >= rowCount() || columnCount() == 0)
+        return;
+    emit dataChanged(index(change.firstRow, 0), index(change.lastRow, columnCount() - 1));
+    emit headerDataChanged(Qt::Vertical, change.firstRow, change.lastRow);
 }
 
 void BaseDataItemModel::resetModel()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "HeaderColumn.h"
+#include "TableChange.h"
 
 #include <QAbstractTableModel>
 
@@ -40,6 +41,10 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
+    // The journal tells what a record, an undo or a redo changed: changed rows are redrawn,
+    // rows that came, went or moved rebuild the model.
+    void onTableChanged(GeneralTableBase* table, const TableChange& change);
+
     QVector<HeaderColumn> m_columns;
     ConstructionWorks* m_works = nullptr;
     GeneralTableBase* m_table = nullptr;

@@ -4,6 +4,7 @@
 #include "AuditBusiness.h"
 #include "Communication.h"
 #include "ConstructionWorks.h"
+#include "HostIds.h"
 #include "LxGzXmQdJJjbBusiness.h"
 #include "ProjectWorks.h"
 #include "RURecordControl.h"
@@ -103,7 +104,8 @@ bool BillModel::setData(const QModelIndex& index, const QVariant& value, int rol
                         QVariant typed = value;
                         if (!checkEdit(row, field, typed))
                             return; // refused and told; the cell keeps its value
-                        recorded(8, modifyLabel(), [&] { return applyEdit(row, field, typed); });
+                        recorded(OperationKind::Edit, modifyLabel(),
+                                 [&] { return applyEdit(row, field, typed); });
                     });
     return true;
 }

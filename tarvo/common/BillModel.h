@@ -1,6 +1,7 @@
 #pragma once
 
 #include "BaseDataItemModel.h"
+#include "GeneralTableBase.h"
 #include "OperatingUIInfo.h"
 #include "RURecordControl.h"
 
@@ -68,12 +69,17 @@ private:
 template <typename Change>
 bool BillModel::recorded(int operType, const QString& text, Change&& change)
 {
-    // The grid is redrawn whatever happens; a change that throws is rolled back by the scope
-    // before the redraw, and leaves no undo step.
+    // The journal tells the views of every table the record changed, when it ends or is
+    // rolled back (a change that throws leaves no undo step). A table outside the journal
+    // is redrawn here.
     struct Redraw
     {
         BillModel* model;
-        ~Redraw() { model->resetModel(); }
+        ~Redraw()
+        {
+            if (!model->table() || !model->table()->isJournalled())
+                model->resetModel();
+        }
     } redraw{this};
     RURecordControl::Scope scope;
     bool changed = true;

@@ -7,6 +7,7 @@
 #include "Communication.h"
 #include "ConstructionWorks.h"
 #include "DataManagement.h"
+#include "HostIds.h"
 #include "MsgExplain.h"
 #include "ProTreeNode.h"
 #include "ProjectWorks.h"
@@ -81,23 +82,23 @@ void BillSjWidget::ProcMsg(int msgId, QVariant* payload)
     TarvoGuard::run(sourceFile(), __LINE__, tag("ProcMsg"), [&] {
         const QVariant value = payload ? *payload : QVariant();
         switch (msgId) {
-        case 74:
-        case 79:
+        case MsgId::NodeClicked:
+        case MsgId::NodeSelected:
             loadNode(payload, msgId);
             break;
-        case 31:
+        case MsgId::ProjectSaved:
             onProjectSaved(value);
             break;
-        case 41:
+        case MsgId::RefreshPages:
             RefreshGrid();
             break;
-        case 12:
+        case MsgId::Activated:
             onActivated();
             break;
-        case 78:
+        case MsgId::SettingChanged:
             onSettingsChanged(value);
             break;
-        case 6:
+        case MsgId::RibbonCommand:
             if (m_view->isEditing())
                 break;
             if (value.toString() == QStringLiteral("表格自适应行高"))
@@ -107,24 +108,24 @@ void BillSjWidget::ProcMsg(int msgId, QVariant* payload)
             else
                 onRibbonCommand(value);
             break;
-        case 5:
+        case MsgId::RibbonCombo:
             // A ribbon combo's choice reaches the page's command handler like a command.
             if (!m_view->isEditing())
                 onRibbonCommand(value);
             break;
-        case 7002:
+        case MsgId::SwitchHeaderTemplate:
             zTableView::callSwitchTableHeaderConfig(m_view, 1, 1, value.toString());
             break;
-        case 7003:
+        case MsgId::SaveHeaderTemplate:
             zTableView::callSaveUserTemplateToJsonFilePanel(m_view);
             break;
-        case 7004:
+        case MsgId::RenameColumn:
             zTableView::callModifyCurrColNamePanel(m_view);
             break;
-        case 7005:
+        case MsgId::HeaderSettings:
             zTableView::callHeaderSettingsPanel(m_view);
             break;
-        case 7006:
+        case MsgId::ListHeaderTemplates:
             answerTemplateList();
             break;
         default:
@@ -138,7 +139,8 @@ void BillSjWidget::answerTemplateList()
     QStringList names = zTableView::getCurrentTableAllTemplateName(m_view);
     names.insert(0, QStringLiteral("默认表头"));
     // The host hands the list back as message 7000 (the request's id less 6).
-    Communication::GetInstance()->SendMsg(4, 7000, QVariant(names));
+    Communication::GetInstance()->SendMsg(HostMsg::HostTarget, MsgId::TemplateNames,
+                                          QVariant(names));
 }
 
 void BillSjWidget::loadNode(QVariant* payload, int msgId)
@@ -209,7 +211,8 @@ void BillSjWidget::FitRowHeights(bool minimal)
             return;
         const int minimum = m_view->headerConfig().rowHeight;
         m_model->recorded(
-            8, minimal ? QStringLiteral("表格置最小行高") : QStringLiteral("表格自适应行高"), [&] {
+            OperationKind::Edit,
+            minimal ? QStringLiteral("表格置最小行高") : QStringLiteral("表格自适应行高"), [&] {
                 for (int row = 0; row < m_table->count(); ++row)
                     m_table->at(row)->setRowHeight(
                         minimal ? minimum : qMax(minimum, m_view->contentHeightOfRow(row)));
@@ -221,7 +224,8 @@ void BillSjWidget::FitRowHeights(bool minimal)
 
 void BillSjWidget::onActivated()
 {
-    Communication::GetInstance()->SendMsg(4, 15, QVariant(ribbonFile()));
+    Communication::GetInstance()->SendMsg(HostMsg::HostTarget, HostMsg::ShowRibbon,
+                                          QVariant(ribbonFile()));
     ChangeDelAndInsAcState(m_view->currentIndex().isValid() ? m_view->currentIndex().row() : 0);
 }
 
@@ -238,7 +242,8 @@ void BillSjWidget::ChangeDelAndInsAcState(int row)
             MsgExplain::ToChangeMenuItemInfo info;
             info.strText = text;
             info.nState = state;
-            Communication::GetInstance()->SendMsg(4, 47, QVariant::fromValue(info));
+            Communication::GetInstance()->SendMsg(HostMsg::HostTarget, HostMsg::RibbonItemState,
+                                                  QVariant::fromValue(info));
         }
     });
 }
@@ -248,7 +253,7 @@ void BillSjWidget::slotMouseMoveRows(int from, int to, bool finished)
     TarvoGuard::run(sourceFile(), __LINE__, tag("slotMouseMoveRows"), [&] {
         if (!finished || !m_table || isLocked() || !canMoveRows(from, to))
             return;
-        m_model->recorded(22, moveLabel(), [&] { return moveRows(from, to); });
+        m_model->recorded(OperationKind::MoveRows, moveLabel(), [&] { return moveRows(from, to); });
         m_view->setCurrentIndex(m_model->index(to, qMax(0, m_view->currentIndex().column())));
     });
 }

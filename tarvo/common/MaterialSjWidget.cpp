@@ -56,21 +56,9 @@ void MaterialSjWidget::initMaterials(MaterialListModel* model,
 
 QString MaterialSjWidget::commandLabel(Command command) const
 {
-    switch (command) {
-    case InsertCommand:
-        return QStringLiteral("插入行");
-    case AppendCommand:
-        return QStringLiteral("添加行");
-    case DeleteCommand:
-        return QStringLiteral("删除");
-    case DeleteBlockCommand:
-        return QStringLiteral("删除定义块内所有行");
-    case ClearAllCommand:
-        return QStringLiteral("清除所有行");
-    case DismissMarkCommand:
-        return QStringLiteral("清除问号标记");
-    }
-    return QString();
+    static const char* const labels[] = {"插入行",     "添加行",      "删除", "删除定义块内所有行",
+                                         "清除所有行", "清除问号标记"};
+    return QString::fromUtf8(labels[command]);
 }
 
 QString MaterialSjWidget::keepLabel(int n, bool fixedCommand) const

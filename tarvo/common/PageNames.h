@@ -1,17 +1,12 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
-// The host's page names (tab names) and the module's page-service names, in tab order.
+// The module's pages in one place: each page's service name and the host's page (tab) name,
+// in tab order.
 namespace PageNames {
-
-inline const QString QtXmQdPN = QStringLiteral("其他项目清单");
-inline const QString ZbrClGzfQdPN = QStringLiteral("招标人材料购置费清单");
-inline const QString LxGzXmRgDjQdPN = QStringLiteral("零星工作项目人工单价清单");
-inline const QString GfSjQdPN = QStringLiteral("规费税金清单");
-inline const QString XpsClQdPN = QStringLiteral("需评审的材料清单");
-inline const QString ZgClGcSbQdPN = QStringLiteral("暂估材料(工程设备)清单");
 
 inline const QString QtXmQdService = QStringLiteral("QtXmQdJJjbService");
 inline const QString ZbrClGzfQdService = QStringLiteral("ZbrClGzfQdService");
@@ -20,15 +15,39 @@ inline const QString GfQdService = QStringLiteral("GfQdService");
 inline const QString SjCqXPsClService = QStringLiteral("XSjCqPsDClQdJJgbService");
 inline const QString ZgClQdService = QStringLiteral("ZgClQdService");
 
+struct Page
+{
+    QString service;
+    QString name;
+};
+
+inline const QList<Page>& pages()
+{
+    static const QList<Page> list = {
+        {QtXmQdService, QStringLiteral("其他项目清单")},
+        {ZbrClGzfQdService, QStringLiteral("招标人材料购置费清单")},
+        {LxGzXmQdService, QStringLiteral("零星工作项目人工单价清单")},
+        {GfQdService, QStringLiteral("规费税金清单")},
+        {SjCqXPsClService, QStringLiteral("需评审的材料清单")},
+        {ZgClQdService, QStringLiteral("暂估材料(工程设备)清单")},
+    };
+    return list;
+}
+
 inline QStringList pageOrder()
 {
-    return {QtXmQdPN, ZbrClGzfQdPN, LxGzXmRgDjQdPN, GfSjQdPN, XpsClQdPN, ZgClGcSbQdPN};
+    QStringList names;
+    for (const Page& page : pages())
+        names << page.name;
+    return names;
 }
 
 inline QStringList serviceOrder()
 {
-    return {QtXmQdService, ZbrClGzfQdService, LxGzXmQdService,
-            GfQdService,   SjCqXPsClService,  ZgClQdService};
+    QStringList services;
+    for (const Page& page : pages())
+        services << page.service;
+    return services;
 }
 
 } // namespace PageNames

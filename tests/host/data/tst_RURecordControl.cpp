@@ -241,6 +241,73 @@ private slots:
         QCOMPARE(control()->undoStack()->count(), 1);
         QCOMPARE(control()->undoStack()->index(), 0);
     }
+
+    // The journal tells which tables a record changed, once per table when the record ends,
+    // after each undo and redo, and after a rollback; changes outside records are not told.
+    void tablesSignalTheirChangesPerRecord()
+    {
+        TestProject p;
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        GeneralTableBase* other = p.plain->getTenderInventory()->getQtXmQdHzTable();
+        for (int i = 0; i < 5; ++i)
+            TestProject::row(t, 0, {{2, QString::number(i)}, {3, 1.0}});
+        TestProject::row(other, 0, {{2, QStringLiteral("x")}});
+        QList<QPair<GeneralTableBase*, TableChange>> told;
+        auto connection = connect(control(), &RURecordControl::signalTableChanged, this,
+                                  [&](GeneralTableBase* table, const TableChange& change) {
+                                      told.append({table, change});
+                                  });
+        t->at(0)->setValue(3, 9.0); // outside any record
+        QVERIFY(told.isEmpty());
+
+        control()->BeginRecord();
+        t->at(3)->setValue(3, 2.0);
+        t->at(1)->setValue(3, 2.0);
+        t->at(3)->SetBlock(true);
+        other->at(0)->setValue(3, 5.0);
+        QVERIFY(told.isEmpty()); // nothing until the record ends
+        control()->EndRecord(info(QStringLiteral("改")));
+        QCOMPARE(told.size(), 2);
+        for (const auto& entry : told) {
+            QVERIFY(!entry.second.rowsChanged);
+            if (entry.first == t) {
+                QCOMPARE(entry.second.firstRow, 1);
+                QCOMPARE(entry.second.lastRow, 3);
+            } else {
+                QCOMPARE(entry.first, other);
+                QCOMPARE(entry.second.firstRow, 0);
+            }
+        }
+
+        told.clear();
+        QVERIFY(control()->Undo());
+        QCOMPARE(told.size(), 2);
+        told.clear();
+        QVERIFY(control()->Redo());
+        QCOMPARE(told.size(), 2);
+
+        told.clear();
+        {
+            RURecordControl::Scope scope;
+            t->BaseDataItemRemoveAt(4);
+            scope.commit(info(QStringLiteral("删除")));
+        }
+        QCOMPARE(told.size(), 1);
+        QVERIFY(told.first().second.rowsChanged);
+
+        told.clear();
+        try {
+            RURecordControl::Scope scope;
+            t->BaseDataItemAppend(t->CreateItem());
+            throw 1;
+        } catch (int) {
+        }
+        QCOMPARE(told.size(), 1); // the views follow the rows put back
+        QCOMPARE(told.first().first, t);
+        QVERIFY(told.first().second.rowsChanged);
+        QCOMPARE(t->count(), 4);
+        disconnect(connection);
+    }
 };
 
 QTEST_GUILESS_MAIN(tst_RURecordControl)

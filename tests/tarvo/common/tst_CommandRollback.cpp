@@ -15,6 +15,7 @@
 #include "zTableView.h"
 
 #include <QMessageBox>
+#include <QSignalSpy>
 #include <QUndoStack>
 #include <QtTest>
 
@@ -257,6 +258,41 @@ private slots:
         model->setData(model->index(0, model->columnOfField(3)), "1");
         QCOMPARE(t->at(0)->getDouble(3), 50000.0);
         QCOMPARE(undo()->undoStack()->count(), 0);
+    }
+
+    // Undo and redo reach the grid through its table: a changed cell is redrawn, changed
+    // rows rebuild the model, with no message from the host.
+    void undoReachesTheGridThroughTheData()
+    {
+        TestProject p;
+        fill(p);
+        ZbrClGzfQdTable* t = p.current->getTenderInventory()->getZbrClGzfQdTable();
+        FaultyGrid grid;
+        QVariant node = QVariant::fromValue(p.unit);
+        grid.ProcMsg(MsgId::NodeClicked, &node);
+        attachModelTesters(&grid);
+        BillModel* model = grid.model();
+        QSignalSpy changed(model, &QAbstractItemModel::dataChanged);
+        QSignalSpy reset(model, &QAbstractItemModel::modelReset);
+        const QModelIndex quantity = model->index(2, model->columnOfField(9));
+        QVERIFY(model->setData(quantity, "5"));
+        QCOMPARE(reset.count(), 0); // a cell edit redraws, it does not rebuild
+        QCOMPARE(changed.count(), 1);
+        // The row and the total row below it.
+        QCOMPARE(changed.first().at(0).toModelIndex().row(), 2);
+        QCOMPARE(changed.first().at(1).toModelIndex().row(), t->count() - 1);
+        QVERIFY(undo()->Undo());
+        QCOMPARE(changed.count(), 2);
+        QCOMPARE(model->data(quantity).toString(), QString("2"));
+        grid.view()->setCurrentIndex(model->index(1, 0));
+        grid.InsertRow(false);
+        QCOMPARE(reset.count(), 1);
+        QCOMPARE(model->rowCount(), 7);
+        QVERIFY(undo()->Undo());
+        QCOMPARE(reset.count(), 2);
+        QCOMPARE(model->rowCount(), 6);
+        QVERIFY(undo()->Redo());
+        QCOMPARE(model->rowCount(), 7);
     }
 };
 
