@@ -2,7 +2,13 @@
 #include "InteractionSeam.h"
 
 #include <QDebug>
+#include <QDialog>
+#include <QGridLayout>
+#include <QGuiApplication>
+#include <QLabel>
 #include <QPushButton>
+#include <QScreen>
+#include <QStyle>
 
 namespace {
 
@@ -72,6 +78,37 @@ QMessageBox::StandardButton showInformation(QWidget* parent, const QString& titl
         if (QAbstractButton* button = box.button(b.button))
             button->setText(QString::fromUtf8(b.text));
     return QMessageBox::StandardButton(box.exec());
+}
+
+QMessageBox::StandardButton showInformation(QWidget* parent, const QString& title,
+                                            const QString& text, const QSize& fixedSize)
+{
+    InteractionSeam::Shown shown{
+        QStringLiteral("information"), title, text, {QStringLiteral("确定")}};
+    shown.size = fixedSize;
+    InteractionSeam::record(shown);
+    if (InteractionSeam::isScripted())
+        return scriptedAnswer(QMessageBox::Ok, QMessageBox::Ok);
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    const double ratio = screen ? qMax(1.0, screen->logicalDotsPerInch() / 96.0) : 1.0;
+    // A message box sizes itself to its text; a box of given size is a dialog of its own.
+    QDialog box(parent);
+    box.setWindowTitle(title);
+    box.setFixedSize(qRound(fixedSize.width() * ratio), qRound(fixedSize.height() * ratio));
+    auto* layout = new QGridLayout(&box);
+    auto* icon = new QLabel(&box);
+    icon->setPixmap(box.style()->standardIcon(QStyle::SP_MessageBoxInformation).pixmap(32, 32));
+    layout->addWidget(icon, 0, 0, Qt::AlignTop);
+    auto* label = new QLabel(text, &box);
+    label->setWordWrap(true);
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    layout->addWidget(label, 0, 1);
+    auto* ok = new QPushButton(QStringLiteral("确定"), &box);
+    ok->setDefault(true);
+    QObject::connect(ok, &QPushButton::clicked, &box, &QDialog::accept);
+    layout->addWidget(ok, 1, 1, Qt::AlignRight);
+    box.exec();
+    return QMessageBox::Ok;
 }
 
 bool showQuestion(QWidget* parent, const QString& title, const QString& text)

@@ -1,8 +1,30 @@
 #include "ZgClQdModel.h"
 
+#include "BaseDataItem.h"
 #include "ZgClQdBusiness.h"
 
 ZgClQdModel::ZgClQdModel(QObject* parent) : MaterialListModel(parent) {}
+
+QVariant ZgClQdModel::data(const QModelIndex& index, int role) const
+{
+    if ((role == Qt::DisplayRole || role == Qt::EditRole) && index.isValid() &&
+        fieldOfColumn(index.column()) == ZgClQdBusiness::ProvisionalField) {
+        const BaseDataItem* item = itemAt(index.row());
+        if (!item || item->getKind() != ZgClQdBusiness::Material || TableOps::isBlank(item))
+            return QString();
+        return item->getValue(ZgClQdBusiness::ProvisionalField).toBool() ? QStringLiteral("是")
+                                                                         : QStringLiteral("否");
+    }
+    if (role == Qt::TextAlignmentRole && index.isValid()) {
+        const int field = fieldOfColumn(index.column());
+        if (field == ZgClQdBusiness::ProvisionalField)
+            return AlignCentre;
+        // Codes and the descriptive columns read from the left.
+        if (field == 2 || field == 8 || field == 12 || field == 13 || field == 14)
+            return AlignLeftCentre;
+    }
+    return MaterialListModel::data(index, role);
+}
 
 ZgjClHzTable* ZgClQdModel::pageTable() const
 {

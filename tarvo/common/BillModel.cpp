@@ -85,7 +85,8 @@ OperatingUIInfo BillModel::undoInfo(int operType, const QString& text) const
 {
     const ConstructionWorks* w = works();
     return OperatingUIInfo(w ? w->getProjectWorksId() : 0, w ? w->getAuditId() : 0,
-                           w ? w->getNodeId() : 0, table() ? table()->getId() : 0, operType, text);
+                           w ? w->getNodeId() : 0, table() ? table()->getId() : 0,
+                           m_operationKind >= 0 ? m_operationKind : operType, text);
 }
 
 bool BillModel::setData(const QModelIndex& index, const QVariant& value, int role)

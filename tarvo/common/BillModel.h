@@ -29,6 +29,9 @@ public:
     void setSourceFolder(const QString& folder) { m_sourceFolder = folder; }
     void setReadOnlyView(bool readOnly) { m_readOnlyView = readOnly; }
     bool isReadOnlyView() const { return m_readOnlyView; }
+    // A list whose every record carries one operation kind (the provisional list's 10);
+    // -1 keeps the kind each command gives.
+    void setOperationKind(int kind) { m_operationKind = kind; }
 
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
@@ -59,6 +62,7 @@ protected:
 private:
     AuditBusiness* m_audit = nullptr;
     bool m_readOnlyView = false;
+    int m_operationKind = -1;
     QString m_sourceFolder;
 };
 

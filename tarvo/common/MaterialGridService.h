@@ -32,4 +32,6 @@ public:
     virtual void recalculateRow(BaseDataItem* item) const = 0;
     // Keeps the first n material rows and the total row.
     virtual void keepFirstRows(GeneralTableBase* table, int n) const = 0;
+    // Empties the list for "清除所有行".
+    virtual void clearAllRows(GeneralTableBase* table) const = 0;
 };

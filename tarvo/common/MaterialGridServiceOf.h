@@ -47,6 +47,11 @@ public:
     {
         MaterialGridRules::keepFirstRows(table, n);
     }
+    // n rows become n - 1 empty rows.
+    void clearAllRows(GeneralTableBase* table) const override
+    {
+        MaterialGridRules::clearAllRows(table);
+    }
 
 protected:
     static Table* page(GeneralTableBase* table) { return static_cast<Table*>(table); }

@@ -288,7 +288,7 @@ void MaterialSjWidget::ClearAllRows()
     runCommand("ClearAllRows", commandLabel(ClearAllCommand), OperationKind::Edit, [&] {
         if (!showQuestion(this, QStringLiteral("提示"), QStringLiteral("你确定清除所有行内容吗?")))
             return;
-        MaterialGridRules::clearAllRows(table());
+        m_service->clearAllRows(table());
         m_service->recalculateList(works(), table());
     });
 }
