@@ -1,6 +1,7 @@
 #include "ProjectFile.h"
 
 #include "ProjectWorks.h"
+#include "TenderListStore.h"
 
 #include <QDataStream>
 #include <QFile>
@@ -258,6 +259,7 @@ bool ProjectFile::Save(ProjectWorks* works, const QString& path, QString* error)
              exec(q, QStringLiteral("PRAGMA synchronous=OFF"), &failure) && db.transaction();
         for (const char* statement : kSchema)
             ok = ok && exec(q, QString::fromLatin1(statement), &failure);
+        ok = ok && TenderListStore::CreateTables(db, &failure);
 
         qint64 rowCount = 0;
         if (ok) {
@@ -326,6 +328,7 @@ bool ProjectFile::Save(ProjectWorks* works, const QString& path, QString* error)
                 }
             }
         }
+        ok = ok && TenderListStore::Save(db, works, &failure);
         if (ok) {
             QSqlQuery meta(db);
             meta.prepare(QStringLiteral("INSERT INTO meta VALUES(?,?)"));
@@ -398,9 +401,10 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
         return fail(QStringLiteral("不是本系统的工程文件。"));
     bool versionOk = false;
     const int version = meta.value(QStringLiteral("schema_version")).toInt(&versionOk);
-    if (!versionOk || version != SchemaVersion)
-        return fail(QStringLiteral("工程文件的版本为%1，本程序只能打开版本%2的工程文件。")
+    if (!versionOk || version < OldestSchemaVersion || version > SchemaVersion)
+        return fail(QStringLiteral("工程文件的版本为%1，本程序只能打开版本%2至%3的工程文件。")
                         .arg(meta.value(QStringLiteral("schema_version")))
+                        .arg(OldestSchemaVersion)
                         .arg(SchemaVersion));
 
     if (!q.exec(QStringLiteral("SELECT id, name, read_only, bid_locked, config FROM project")) ||
@@ -493,6 +497,9 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
         return fail(damaged.arg(q.lastError().text()));
     if (rows != meta.value(QStringLiteral("row_count")).toLongLong())
         return fail(damaged.arg(QStringLiteral("数据行数不符")));
+    QString tenderFailure;
+    if (version >= 2 && !TenderListStore::Load(db, works.get(), &tenderFailure))
+        return fail(damaged.arg(tenderFailure));
     works->setFilePath(path);
     works->setProjectWorkChanged(false);
     return works;
