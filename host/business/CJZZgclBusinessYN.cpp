@@ -34,9 +34,10 @@ bool CJZZgclBusinessYN::LoadDwgcZgclData(const QString& path, const QList<ProTre
     if (!TenderFileReader::ReadFile(path, &m_document, &m_error))
         return false;
     const ProTreeNode* root = nodes.isEmpty() ? nullptr : nodes.first();
-    ProjectWorks* project = root ? DataManagement::getInstance()->GetProjectWorksByIndex(
-                                       ProTreeNode::ProjectIndex(root))
-                                 : nullptr;
+    ProjectWorks* project =
+        root
+            ? DataManagement::getInstance()->GetProjectWorksByIndex(ProTreeNode::ProjectIndex(root))
+            : nullptr;
     m_projectId = project ? project->GetSjId() : 0;
     TenderProjectFit::Fit(m_document, m_projectId, nodes, &m_fit);
     m_fitsEmpty = m_fit.isEmpty() && m_document.unitProjectCount() == 0 &&

@@ -32,8 +32,8 @@ public:
     // With provisional the unit projects' provisional materials come out (empty when the tree
     // does not fit); without, the evaluated materials under the key "". False when the file
     // cannot be read: LastError() names the file and the problem.
-    bool LoadDwgcZgclData(const QString& path, const QList<ProTreeNode*>& nodes,
-                          DwClMap& materials, bool provisional);
+    bool LoadDwgcZgclData(const QString& path, const QList<ProTreeNode*>& nodes, DwClMap& materials,
+                          bool provisional);
     // The tender list as nodes (unit projects with their materials, copies the caller owns);
     // empty when the file's tree does not fit the project.
     bool GetGcZbZgClTreeList(qint64 projectId, int auditId, QList<ZgClZsItem*>& nodes,

@@ -23,9 +23,10 @@ void put(BaseDataItem* row, int field, const std::optional<double>& value)
         row->loadValue(field, *value);
 }
 
+// Texts go as they are: the file gives back what the list holds.
 QString text(const BaseDataItem* row, int field)
 {
-    return row->getValue(field).toString().trimmed();
+    return row->getValue(field).toString();
 }
 
 std::optional<double> number(const BaseDataItem* row, int field)
@@ -40,7 +41,7 @@ std::optional<double> number(const BaseDataItem* row, int field)
 
 bool isMaterial(const BaseDataItem* row)
 {
-    return row && row->getKind() == 1 && !text(row, 3).isEmpty();
+    return row && row->getKind() == 1 && !text(row, 3).trimmed().isEmpty();
 }
 
 double cents(double value)

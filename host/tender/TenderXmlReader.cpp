@@ -97,7 +97,10 @@ private:
             m_problem = text;
         return false;
     }
-    bool failHere(const QString& text) { return fail(L("第%1行：%2").arg(m_x.lineNumber()).arg(text)); }
+    bool failHere(const QString& text)
+    {
+        return fail(L("第%1行：%2").arg(m_x.lineNumber()).arg(text));
+    }
     bool unexpected()
     {
         if (m_x.tokenType() == QXmlStreamReader::DTD)
@@ -152,7 +155,6 @@ private:
             }
         }
     }
-
 
     // Moves to the next child element of the current one; false at its end or on a failure.
     bool child()
@@ -298,8 +300,7 @@ private:
                 const QXmlStreamAttributes ma = m_x.attributes();
                 if (!text(ma, "code", &m.code) || !text(ma, "name", &m.name) ||
                     !text(ma, "spec", &m.spec) || !text(ma, "unit", &m.unit) ||
-                    !number(ma, "price", "暂估单价", &m.price) ||
-                    !text(ma, "origin", &m.origin) ||
+                    !number(ma, "price", "暂估单价", &m.price) || !text(ma, "origin", &m.origin) ||
                     !text(ma, "manufacturer", &m.manufacturer) ||
                     !text(ma, "variety", &m.variety) || !text(ma, "grade", &m.grade) ||
                     !text(ma, "remark", &m.remark) ||
@@ -367,8 +368,8 @@ private:
 bool TenderXmlReader::canRead(const QByteArray& head) const
 {
     int i = head.startsWith("\xEF\xBB\xBF") ? 3 : 0;
-    while (i < head.size() && (head[i] == ' ' || head[i] == '\t' || head[i] == '\r' ||
-                               head[i] == '\n'))
+    while (i < head.size() &&
+           (head[i] == ' ' || head[i] == '\t' || head[i] == '\r' || head[i] == '\n'))
         ++i;
     return i < head.size() && head[i] == '<';
 }

@@ -153,9 +153,9 @@ bool TenderXmlWriter::WriteFile(const QString& path, const TenderDocument& docum
     if (bytes.isEmpty() || !file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() ||
         !file.commit()) {
         if (error)
-            *error = QStringLiteral("无法写入招标文件“%1”：%2。")
-                         .arg(name, bytes.isEmpty() ? QStringLiteral("压缩失败")
-                                                    : file.errorString());
+            *error =
+                QStringLiteral("无法写入招标文件“%1”：%2。")
+                    .arg(name, bytes.isEmpty() ? QStringLiteral("压缩失败") : file.errorString());
         return false;
     }
     return true;

@@ -95,8 +95,8 @@ private:
                            const QString& version = "1.0")
     {
         return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<" + root + " version=\"" + version +
-               "\" kind=\"tender\">\n <Header standard=\"s\"/>\n <Project id=\"1\">\n" +
-               project + "\n </Project>\n</" + root + ">\n";
+               "\" kind=\"tender\">\n <Header standard=\"s\"/>\n <Project id=\"1\">\n" + project +
+               "\n </Project>\n</" + root + ">\n";
     }
 
     QString refusal(const QString& name, const QByteArray& bytes)
@@ -204,7 +204,8 @@ private slots:
         QTest::newRow("not xml") << "a.cjz" << QByteArray("PK\x03\x04 some zip")
                                  << "无法读取招标文件“a.cjz”：内容不是XML格式的招标数据，也不是"
                                     "gzip压缩文件。";
-        QTest::newRow("empty") << "b.cjz" << QByteArray() << "无法读取招标文件“b.cjz”：文件是空的。";
+        QTest::newRow("empty") << "b.cjz" << QByteArray()
+                               << "无法读取招标文件“b.cjz”：文件是空的。";
         QTest::newRow("gzip of text")
             << "c.cjz" << TenderXmlWriter::Gzip("just text")
             << "无法读取招标文件“c.cjz”：解压后的内容不是XML格式的招标数据。";
@@ -212,12 +213,10 @@ private slots:
             << "d.cjz" << QByteArray("\x1f\x8b\x08\x00garbagegarbagegarbage", 25)
             << "无法读取招标文件“d.cjz”：压缩数据已损坏。";
         const QByteArray whole = xmlWith(unit.arg("<Material name=\"钢筋\"/>")).toUtf8();
-        QTest::newRow("truncated")
-            << "e.cjz" << whole.left(whole.size() - 30)
-            << "无法读取招标文件“e.cjz”：文件不完整（内容在第5行处中断）。";
-        QTest::newRow("truncated gzip")
-            << "f.cjz" << TenderXmlWriter::Gzip(whole).left(40)
-            << "无法读取招标文件“f.cjz”：压缩数据不完整。";
+        QTest::newRow("truncated") << "e.cjz" << whole.left(whole.size() - 30)
+                                   << "无法读取招标文件“e.cjz”：文件不完整（内容在第5行处中断）。";
+        QTest::newRow("truncated gzip") << "f.cjz" << TenderXmlWriter::Gzip(whole).left(40)
+                                        << "无法读取招标文件“f.cjz”：压缩数据不完整。";
         QTest::newRow("wrong root")
             << "g.cjz" << xmlWith("", "Workbook").toUtf8()
             << "无法读取招标文件“g.cjz”：第2行：根元素为“Workbook”，不是招标数据文件的"
@@ -256,8 +255,9 @@ private slots:
             << "无法读取招标文件“o.cjz”：第2行：文件含有文档类型声明（DTD），本系统的招标数据文件"
                "不允许使用。";
         QTest::newRow("not well formed")
-            << "p.cjz" << QByteArray("<TenderFile version=\"1.0\" kind=\"tender\"><Header>")
-                              .append("</Project></TenderFile>")
+            << "p.cjz"
+            << QByteArray("<TenderFile version=\"1.0\" kind=\"tender\"><Header>")
+                   .append("</Project></TenderFile>")
             << "";
         QTest::newRow("unknown kind")
             << "q.cjz" << xmlWith("").replace("kind=\"tender\"", "kind=\"bill\"").toUtf8()
