@@ -22,17 +22,17 @@ bool TenderExportAction::Handles(const QString& command)
 
 QString TenderExportAction::KindOf(const QString& command)
 {
-    if (command == QLatin1String("导出竣工CJZ"))
+    if (command == QStringLiteral("导出竣工CJZ"))
         return TenderDocument::KindCompletion;
-    if (command == QLatin1String("导出备案CJZX"))
+    if (command == QStringLiteral("导出备案CJZX"))
         return TenderDocument::KindFiling;
     return TenderDocument::KindTender;
 }
 
 QString TenderExportAction::SuffixOf(const QString& command)
 {
-    return command == QLatin1String("导出备案CJZX") ? QStringLiteral("cjzx")
-                                                    : QStringLiteral("cjz");
+    return command == QStringLiteral("导出备案CJZX") ? QStringLiteral("cjzx")
+                                                     : QStringLiteral("cjz");
 }
 
 bool TenderExportAction::Run(QWidget* parent, ProjectWorks* project, const QString& command)
