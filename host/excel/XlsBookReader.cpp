@@ -194,9 +194,15 @@ private:
     int m_at = 0;
 };
 
-QHash<quint32, QString> longSharedStrings(const QVector<QByteArray>& segments)
+struct SharedStrings
 {
-    QHash<quint32, QString> result;
+    QVector<QString> texts;
+    bool beyondFreeXl = false; // a text runs over more than one record boundary
+};
+
+SharedStrings readSharedStrings(const QVector<QByteArray>& segments)
+{
+    SharedStrings result;
     if (segments.isEmpty() || segments.constFirst().size() < 8)
         return result;
     const quint32 unique = u32(segments.constFirst(), 4);
@@ -218,11 +224,53 @@ QHash<quint32, QString> longSharedStrings(const QVector<QByteArray>& segments)
         if (!cursor.chars(count, flags & 0x01, &text, &boundaries))
             break;
         if (boundaries > 1)
-            result.insert(i, text);
+            result.beyondFreeXl = true;
+        result.texts.append(text);
         if (!cursor.skip(qint64(runs) * 4 + (qint64(extHi) << 16 | extLo)))
             break;
     }
     return result;
+}
+
+// What the cell records of a sheet need from the workbook's globals.
+struct Globals
+{
+    bool biff8 = true;
+    QTextCodec* codec = nullptr;
+    bool date1904 = false;
+    SharedStrings shared;
+    QVector<quint16> xfFormat;
+    QHash<int, QString> formats;
+    bool isDate(quint16 xf) const
+    {
+        const int format = xf < xfFormat.size() ? xfFormat.at(xf) : 0;
+        return ExcelText::isDateFormat(format, formats.value(format));
+    }
+};
+
+double rkValue(quint32 rk)
+{
+    double value;
+    if (rk & 0x02) {
+        value = double(qint32(rk) >> 2);
+    } else {
+        const quint64 bits = quint64(rk & 0xFFFFFFFC) << 32;
+        memcpy(&value, &bits, sizeof value);
+    }
+    return (rk & 0x01) ? value / 100 : value;
+}
+
+void addNumber(SheetContent* own, const Globals& globals, int row, int col, quint16 xf,
+               double value)
+{
+    if (globals.isDate(xf)) {
+        const QString text = ExcelText::dateText(value, globals.date1904);
+        if (!text.isEmpty()) {
+            own->addCell(row, col, LibXLExcelSheet::CellDate, value, own->addOwnString(text));
+            return;
+        }
+    }
+    own->addCell(row, col, LibXLExcelSheet::CellNumber, value, 0);
 }
 
 QTextCodec* codecFor(quint16 codepage)
@@ -240,9 +288,16 @@ QTextCodec* codecFor(quint16 codepage)
     return QTextCodec::codecForName("windows-" + QByteArray::number(codepage));
 }
 
-bool scanSheet(const QByteArray& stream, bool biff8, QTextCodec* codec,
-               const QHash<quint32, QString>& longStrings, SheetInfo* sheet, QString* error)
+// Walks a sheet's records for what FreeXL leaves out; with `own`, for its cells as well.
+bool scanSheet(const QByteArray& stream, const Globals& globals, SheetInfo* sheet,
+               SheetContent* own, QString* error)
 {
+    const bool biff8 = globals.biff8;
+    QTextCodec* codec = globals.codec;
+    sheet->merges.clear();
+    sheet->widths.clear();
+    sheet->heights.clear();
+    sheet->extras.clear();
     RecordReader records(stream, int(sheet->offset));
     if (!records.next() || records.type != 0x0809) {
         *error = QStringLiteral("sheet \"%1\" does not start where the workbook says (the file "
@@ -344,18 +399,38 @@ bool scanSheet(const QByteArray& stream, bool biff8, QTextCodec* codec,
             pendingString = 0xFFFFFFFF;
             break;
         }
-        case 0x00FD: { // LABELSST: only the strings FreeXL would garble
-            if (depth != 1 || longStrings.isEmpty() || body.size() < 10)
-                break;
-            auto found = longStrings.constFind(u32(body, 6));
-            if (found == longStrings.constEnd())
-                break;
-            Extra extra;
-            extra.type = LibXLExcelSheet::CellString;
-            extra.text = found.value();
-            sheet->extras.insert((quint32(u16(body, 0)) << 8) | (u16(body, 2) & 0xFF), extra);
+        case 0x00FD: // LABELSST
+            if (own && depth == 1 && body.size() >= 10) {
+                const quint32 index = u32(body, 6);
+                if (index < quint32(globals.shared.texts.size()))
+                    own->addCell(u16(body, 0), u16(body, 2) & 0xFF, LibXLExcelSheet::CellString, 0,
+                                 own->addOwnString(globals.shared.texts.at(int(index))));
+            }
             break;
-        }
+        case 0x0204: // LABEL
+        case 0x00D6: // RSTRING
+            if (own && depth == 1 && body.size() >= 8)
+                own->addCell(u16(body, 0), u16(body, 2) & 0xFF, LibXLExcelSheet::CellString, 0,
+                             own->addOwnString(readString(body, 6, true, biff8, codec)));
+            break;
+        case 0x0203: // NUMBER
+            if (own && depth == 1 && body.size() >= 14)
+                addNumber(own, globals, u16(body, 0), u16(body, 2) & 0xFF, u16(body, 4),
+                          qFromLittleEndian<double>(body.constData() + 6));
+            break;
+        case 0x027E: // RK
+            if (own && depth == 1 && body.size() >= 10)
+                addNumber(own, globals, u16(body, 0), u16(body, 2) & 0xFF, u16(body, 4),
+                          rkValue(u32(body, 6)));
+            break;
+        case 0x00BD: // MULRK
+            if (own && depth == 1 && body.size() >= 6) {
+                const int first = u16(body, 2);
+                for (int i = 0; 4 + 6 * i + 6 <= body.size() - 2 && first + i < MaxCols; ++i)
+                    addNumber(own, globals, u16(body, 0), first + i, u16(body, 4 + 6 * i),
+                              rkValue(u32(body, 6 + 6 * i)));
+            }
+            break;
         case 0x0205: { // BOOLERR
             if (depth != 1 || body.size() < 8)
                 break;
@@ -408,7 +483,7 @@ struct FreeXlHandle
 } // namespace
 
 bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExcel* book,
-                         QString* error)
+                         QString* error, bool ownCellsOnly)
 {
     RecordReader records(stream, 0);
     if (!records.next() || (records.type != 0x0809 && records.type != 0x0409)) {
@@ -423,9 +498,9 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
                      .arg(version, 4, 16, QLatin1Char('0'));
         return false;
     }
-    const bool biff8 = version == 0x0600;
-    QTextCodec* codec = nullptr;
-    bool date1904 = false;
+    Globals globals;
+    globals.biff8 = version == 0x0600;
+    const bool biff8 = globals.biff8;
     QVector<SheetInfo> sheets;
     QVector<QByteArray> sstSegments;
     bool inSst = false;
@@ -444,21 +519,30 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
                                     "open); remove the password in Excel and save it again");
             return false;
         case 0x0042:
-            codec = codecFor(u16(body, 0));
+            globals.codec = codecFor(u16(body, 0));
             break;
         case 0x0022:
-            date1904 = u16(body, 0) == 1;
+            globals.date1904 = u16(body, 0) == 1;
             break;
         case 0x0085: {
             SheetInfo sheet;
             sheet.offset = u32(body, 0);
             sheet.state = u8(body, 4) & 0x03;
             sheet.kind = u8(body, 5);
-            sheet.name = readString(body, 6, false, biff8, codec);
+            sheet.name = readString(body, 6, false, biff8, globals.codec);
             if (sheets.size() < 4096)
                 sheets.append(sheet);
             break;
         }
+        case 0x00E0: // XF: its number format
+            if (globals.xfFormat.size() < 65536)
+                globals.xfFormat.append(u16(body, 2));
+            break;
+        case 0x041E: // FORMAT
+            if (globals.formats.size() < 65536)
+                globals.formats.insert(u16(body, 0),
+                                       readString(body, 2, biff8, biff8, globals.codec));
+            break;
         case 0x000A:
             ended = true;
             break;
@@ -470,8 +554,16 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
         *error = QStringLiteral("the workbook ends early (the file is truncated)");
         return false;
     }
-    const QHash<quint32, QString> longStrings =
-        biff8 ? longSharedStrings(sstSegments) : QHash<quint32, QString>();
+    if (biff8)
+        globals.shared = readSharedStrings(sstSegments);
+    sstSegments.clear();
+
+    // FreeXL reads the cells unless the shared strings hold a text it garbles (one that runs
+    // over more than two records); then, or when FreeXL cannot list every sheet, the cells
+    // come from our own walk over the records.
+    bool ownCells = ownCellsOnly || globals.shared.beyondFreeXl;
+    FreeXlHandle xl;
+    QHash<QString, unsigned int> freexlIndex;
     for (SheetInfo& sheet : sheets) {
         if (sheet.kind != 0)
             continue; // charts, macro and dialogue sheets hold no cells
@@ -481,48 +573,39 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
                          .arg(sheet.name);
             return false;
         }
-        if (!scanSheet(stream, biff8, codec, longStrings, &sheet, error))
+        if (!scanSheet(stream, globals, &sheet, nullptr, error))
             return false;
     }
-
-    FreeXlHandle xl;
-    const int opened = freexl_open(QFile::encodeName(path).constData(), &xl.handle);
-    if (opened != FREEXL_OK) {
-        *error = freexlError(opened);
-        return false;
-    }
-    unsigned int count = 0;
-    freexl_get_info(xl.handle, FREEXL_BIFF_SHEET_COUNT, &count);
-    QHash<QString, unsigned int> freexlIndex;
-    for (unsigned int i = 0; i < count; ++i) {
-        const char* name = nullptr;
-        if (freexl_get_worksheet_name(xl.handle, quint16(i), &name) == FREEXL_OK && name)
-            freexlIndex.insert(QString::fromUtf8(name), i);
-    }
-
-    // FreeXL gives up silently on some shared string tables (strings that run over more than
-    // two records, followed by others): it then lists no sheets. Say so rather than show none.
-    for (const SheetInfo& sheet : qAsConst(sheets)) {
-        if (sheet.kind == 0 && !freexlIndex.contains(sheet.name)) {
-            *error = QStringLiteral("the cells of sheet \"%1\" cannot be read: the shared "
-                                    "string table holds texts longer than the reader supports "
-                                    "(over about 4000 characters) or is damaged")
-                         .arg(sheet.name);
+    if (!ownCells) {
+        const int opened = freexl_open(QFile::encodeName(path).constData(), &xl.handle);
+        if (opened != FREEXL_OK) {
+            *error = freexlError(opened);
             return false;
         }
+        unsigned int count = 0;
+        freexl_get_info(xl.handle, FREEXL_BIFF_SHEET_COUNT, &count);
+        for (unsigned int i = 0; i < count; ++i) {
+            const char* name = nullptr;
+            if (freexl_get_worksheet_name(xl.handle, quint16(i), &name) == FREEXL_OK && name)
+                freexlIndex.insert(QString::fromUtf8(name), i);
+        }
+        for (const SheetInfo& sheet : qAsConst(sheets))
+            if (sheet.kind == 0 && !freexlIndex.contains(sheet.name))
+                ownCells = true;
     }
-    book->setDate1904(date1904);
-    for (const SheetInfo& sheet : qAsConst(sheets)) {
+
+    book->setDate1904(globals.date1904);
+    for (SheetInfo& sheet : sheets) {
         if (sheet.kind != 0 && sheet.kind != 2)
             continue;
         SheetContent content;
-        content.merges = sheet.merges;
-        content.columnWidths = sheet.widths;
-        content.rowHeights = sheet.heights;
         QHash<quint32, Extra> extras = sheet.extras;
-        auto found = freexlIndex.constFind(sheet.name);
-        if (sheet.kind == 0 && found != freexlIndex.constEnd() &&
-            freexl_select_active_worksheet(xl.handle, quint16(found.value())) == FREEXL_OK) {
+        if (sheet.kind == 0 && ownCells) {
+            if (!scanSheet(stream, globals, &sheet, &content, error))
+                return false;
+        } else if (sheet.kind == 0 &&
+                   freexl_select_active_worksheet(
+                       xl.handle, quint16(freexlIndex.value(sheet.name))) == FREEXL_OK) {
             unsigned int rows = 0;
             unsigned short cols = 0;
             if (freexl_worksheet_dimensions(xl.handle, &rows, &cols) != FREEXL_OK)
@@ -556,24 +639,17 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
                             int(r), c, LibXLExcelSheet::CellDate, 0,
                             content.addOwnString(QString::fromUtf8(value.value.text_value)));
                         break;
-                    default: {
-                        auto extra = extras.find((r << 8) | c);
-                        if (extra == extras.end())
-                            break;
-                        const qint32 text = extra->type == LibXLExcelSheet::CellString ||
-                                                    extra->type == LibXLExcelSheet::CellError
-                                                ? content.addOwnString(extra->text)
-                                                : 0;
-                        content.addCell(int(r), c, extra->type, extra->number, text);
-                        extras.erase(extra);
+                    default:
                         break;
-                    }
                     }
                 }
             }
         }
-        // Values FreeXL did not give (formulas, booleans and errors it leaves empty); where it
-        // gave one too, this record's own type is the better answer.
+        content.merges = sheet.merges;
+        content.columnWidths = sheet.widths;
+        content.rowHeights = sheet.heights;
+        // Values FreeXL does not give (formulas, booleans and errors); where a cell was read
+        // too, this record's own type is the better answer.
         for (auto it = extras.constBegin(); it != extras.constEnd(); ++it) {
             const qint32 text =
                 it->type == LibXLExcelSheet::CellString || it->type == LibXLExcelSheet::CellError
@@ -585,6 +661,7 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
                                                   : sheet.state == 2
                                                       ? LibXLExcelSheet::SheetVeryHidden
                                                       : LibXLExcelSheet::SheetVisible;
+        sheet.extras.clear();
         book->adoptSheet(std::make_unique<LibXLExcelSheet>(sheet.name, state, std::move(content)));
     }
     return true;

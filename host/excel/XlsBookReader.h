@@ -13,6 +13,8 @@ class LibXLExcel;
 class XlsBookReader
 {
 public:
+    // ownCellsOnly: take the cells from our own record walk, not from FreeXL (done anyway when
+    // FreeXL would garble the file's strings; tests compare both ways).
     static bool read(const QString& path, const QByteArray& workbookStream, LibXLExcel* book,
-                     QString* error);
+                     QString* error, bool ownCellsOnly = false);
 };

@@ -215,19 +215,17 @@ print(json.dumps({"title": s.name, "B2": cell(1, 1), "B3": cell(2, 1), "B4": cel
                        .arg(path("many.xls")));
         QCOMPARE(out, "20002 材料19999- 9003");
 
-        // A text of over 4000 characters followed by others in the table is beyond what the
-        // .xls reader takes: a refusal that says so, never a sheet shown empty.
+        // A text of over 4000 characters followed by others: FreeXL garbles such a table, so
+        // the cells come from our own walk over the records.
         LibXLExcel book(LibXLExcel::BookXls);
         LibXLExcelSheet* sheet = book.AddSheet("长文本");
         sheet->WriteStr(0, 0, longText);
         sheet->WriteStr(1, 0, "after");
         QVERIFY(book.Save(path("long.xls")));
         LibXLExcel read;
-        QVERIFY(!read.Open(path("long.xls")));
-        QCOMPARE(read.ErrorMessage(),
-                 "long.xls: the cells of sheet \"长文本\" cannot be read: the shared string table "
-                 "holds texts longer than the reader supports (over about 4000 characters) or is "
-                 "damaged");
+        QVERIFY2(read.Open(path("long.xls")), qPrintable(read.ErrorMessage()));
+        QCOMPARE(read.GetSheet(0)->GetCellText(0, 0), longText);
+        QCOMPARE(read.GetSheet(0)->GetCellText(1, 0), "after");
     }
 
     void namesAndLimits()
