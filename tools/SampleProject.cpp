@@ -6,6 +6,7 @@
 #include "ProjectWorks.h"
 #include "QtXmQdJJjbBusiness.h"
 #include "TableOps.h"
+#include "ZgClQdBusiness.h"
 
 #include <QRandomGenerator>
 
@@ -211,6 +212,16 @@ void fillMaterials(ConstructionWorks* works, QRandomGenerator& random, int unitI
             provisional = !provisional;
         if (i % 17 == 0 && unitIndex == 3)
             origin = QStringLiteral("重庆");
+        // Provisional materials carry a tender code, except in the last two unit projects for
+        // every fifth one; one remark is written in one unit project only.
+        const QString tenderCode = provisional && !(i % 5 == 0 && unitIndex >= 4)
+                                       ? QStringLiteral("ZG%1").arg(i + 1, 3, 10, QLatin1Char('0'))
+                                       : QString();
+        const QString manufacturer = i % 14 == 0 && unitIndex == 5
+                                         ? text(m.origin) + QStringLiteral("第二分厂")
+                                         : text(m.origin);
+        const QString remark =
+            i % 21 == 0 && unitIndex == 4 ? QStringLiteral("甲方认质认价") : QString();
         adjusted = std::round(adjusted * 100) / 100;
         const QString code = QString::fromLatin1(m.code) +
                              QStringLiteral("%1").arg(i / catalogue, 2, 10, QLatin1Char('0'));
@@ -226,7 +237,11 @@ void fillMaterials(ConstructionWorks* works, QRandomGenerator& random, int unitI
                 {10, std::round(adjusted * quantity * 100) / 100},
                 {11, provisional},
                 {12, origin},
-                {16, i % 19 == 0}});
+                {13, manufacturer},
+                {14, QStringLiteral("合格")},
+                {15, remark},
+                {16, i % 19 == 0},
+                {18, tenderCode}});
     }
 }
 
@@ -282,6 +297,28 @@ void fillMaterialLists(ConstructionWorks* target, ConstructionWorks* source)
         TableOps::calculateMaterialList(t);
 }
 
+// The project's provisional-price list as a summary leaves it (with the unit projects'
+// disagreements marked), plus two materials that no unit project holds any more, so that a
+// refresh has something to report.
+void fillProvisionalList(ConstructionWorks* root)
+{
+    ZgClQdBusiness::RegenerateZgjClHzb(root, nullptr, 100, 0);
+    ZgjClHzTable* list = root->getTenderInventory()->getZgjClHzTable();
+    const char* const gone[][4] = {{"石材幕墙", "干挂花岗岩 25mm", "m2", "420"},
+                                   {"成品栏杆", "不锈钢 1.1m", "m", "380"}};
+    for (const auto& g : gone) {
+        BaseDataItem* item = ZgClQdBusiness::InsertItem(list, list->count());
+        item->loadValue(3, text(g[0]));
+        item->loadValue(4, text(g[1]));
+        item->loadValue(5, text(g[2]));
+        item->loadValue(7, QString::fromLatin1(g[3]).toDouble());
+        item->loadValue(9, 120.0);
+        item->loadValue(11, true);
+    }
+    ZgClQdBusiness::RegenerateZgjClHzbXH(root);
+    TableOps::calculateMaterialList(list);
+}
+
 } // namespace
 
 std::unique_ptr<ProjectWorks> BuildSampleProject()
@@ -330,6 +367,7 @@ std::unique_ptr<ProjectWorks> BuildSampleProject()
         }
     }
     fillMaterialLists(rootWorks, units.first());
+    fillProvisionalList(rootWorks);
     project->setProjectWorkChanged(false);
     return project;
 }

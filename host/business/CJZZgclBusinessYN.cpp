@@ -78,14 +78,14 @@ bool CJZZgclBusinessYN::GetGcZbZgClTreeList(qint64 projectId, int auditId,
     int id = 0;
     for (const TenderSingleProject& single : m_document.singles)
         for (const TenderUnitProject& unit : single.units) {
-            auto* dw = new ZgClZsItem(++id, 0, ZgClZsItem::DwGcItem);
+            auto* dw = new ZgClZsItem(++id, 0, ZgClZsItem::UnitProject);
             dw->SetZxGcName(unit.name);
             dw->SetDwGcKey(unit.id);
-            dw->SetDwGcNodeId(m_fit.value(unit.id, -1));
+            dw->SetNodeId(m_fit.value(unit.id, -1));
             nodes.append(dw);
             for (const ZgjClHzItem* row : materials.value(unit.id)) {
-                auto* cl = new ZgClZsItem(++id, dw->GetId(), ZgClZsItem::ClItem);
-                cl->SetDwGcNodeId(dw->GetDwGcNodeId());
+                auto* cl = new ZgClZsItem(++id, dw->GetId(), ZgClZsItem::Material);
+                cl->SetNodeId(dw->GetNodeId());
                 auto* copy = new ZgjClHzItem;
                 copy->copyFrom(*row);
                 cl->SetZgjClHzItem(copy);

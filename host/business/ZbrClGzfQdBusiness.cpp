@@ -1,5 +1,6 @@
 #include "ZbrClGzfQdBusiness.h"
 
+#include "MaterialGridRules.h"
 #include "MaterialSummary.h"
 #include "ProgressSink.h"
 
@@ -51,17 +52,7 @@ bool ZbrClGzfQdBusiness::CheckExistedTotalRow(const QList<BaseDataItem*>& items,
 
 void ZbrClGzfQdBusiness::RemoveAllAndKeepNRow(ZbrClGzfQdTable* table, int n)
 {
-    if (!table || n < 0)
-        return;
-    int kept = 0;
-    for (int row = 0; row < table->count();) {
-        if (table->at(row)->getKind() == Total || kept < n) {
-            kept += table->at(row)->getKind() == Total ? 0 : 1;
-            ++row;
-            continue;
-        }
-        table->BaseDataItemRemoveAt(row);
-    }
+    MaterialGridRules::keepFirstRows(table, n);
 }
 
 void ZbrClGzfQdBusiness::RegenerateZbrClGzfQdXH(ConstructionWorks* works)

@@ -29,9 +29,9 @@ bool ZgClQdBusiness::GetGcZbZgClTreeList(qint64 projectId, int auditId, QList<Zg
     int id = 0;
     for (ProTreeNode* unit : project->unitProjectNodes()) {
         const int nodeId = ProTreeNode::Id(unit);
-        auto* dw = new ZgClZsItem(++id, 0, ZgClZsItem::DwGcItem);
+        auto* dw = new ZgClZsItem(++id, 0, ZgClZsItem::UnitProject);
         dw->SetZxGcName(ProTreeNode::Name(unit));
-        dw->SetDwGcNodeId(nodeId);
+        dw->SetNodeId(nodeId);
         dw->SetDwGcKey(QString::number(nodeId));
         nodes.append(dw);
         QSet<QString> bid;
@@ -42,8 +42,8 @@ bool ZgClQdBusiness::GetGcZbZgClTreeList(qint64 projectId, int auditId, QList<Zg
         QList<ZgjClHzItem*> materials;
         project->GetDwZbZgCl({project->projectIndex(), nodeId}, materials);
         for (const ZgjClHzItem* material : materials) {
-            auto* cl = new ZgClZsItem(++id, dw->GetId(), ZgClZsItem::ClItem);
-            cl->SetDwGcNodeId(nodeId);
+            auto* cl = new ZgClZsItem(++id, dw->GetId(), ZgClZsItem::Material);
+            cl->SetNodeId(nodeId);
             auto* copy = new ZgjClHzItem;
             copy->copyFrom(*material);
             cl->SetZgjClHzItem(copy);
@@ -62,9 +62,9 @@ bool ZgClQdBusiness::AquireZbZgClMap(const QList<ZgClZsItem*>& nodes, Constructi
     if (!works)
         return false;
     for (const ZgClZsItem* node : nodes) {
-        if (node->GetZgClZsItemType() != ZgClZsItem::DwGcItem)
+        if (node->GetZgClZsItemType() != ZgClZsItem::UnitProject)
             continue;
-        ProTreeNode* unit = works->nodeById(node->GetDwGcNodeId());
+        ProTreeNode* unit = works->nodeById(node->GetNodeId());
         if (!unit || !unit->isUnitProject()) {
             dwMap.clear();
             return false;
@@ -82,7 +82,7 @@ bool ZgClQdBusiness::AquireGcZbZgClFromCJZRes(const QList<ZgClZsItem*>& nodes,
     for (auto it = dwMap.cbegin(); it != dwMap.cend(); ++it)
         materials.insert({ProTreeNode::ProjectIndex(it.value()), ProTreeNode::Id(it.value())}, {});
     for (const ZgClZsItem* node : nodes) {
-        if (node->GetZgClZsItemType() == ZgClZsItem::DwGcItem || !node->GetZgjClHzItem())
+        if (node->GetZgClZsItemType() == ZgClZsItem::UnitProject || !node->GetZgjClHzItem())
             continue;
         ProTreeNode* unit = dwMap.value(node->GetParentId(), nullptr);
         if (!unit) {

@@ -164,6 +164,40 @@ void RURecordControl::EndRecord(const OperatingUIInfo& info)
     emit signalRecordPushed(info);
 }
 
+RURecordControl::Scope::Scope()
+{
+    RURecordControl* control = GetInstance();
+    control->BeginRecord();
+    m_mark = control->m_open.size();
+}
+
+RURecordControl::Scope::~Scope()
+{
+    if (!m_done)
+        GetInstance()->rollBack(m_mark);
+}
+
+void RURecordControl::Scope::commit(const OperatingUIInfo& info)
+{
+    if (m_done)
+        return;
+    m_done = true;
+    GetInstance()->EndRecord(info);
+}
+
+void RURecordControl::rollBack(std::size_t mark)
+{
+    if (m_depth == 0)
+        return;
+    m_replaying = true;
+    while (m_open.size() > mark) {
+        m_open.back()->undo();
+        m_open.pop_back(); // a row the change still holds (an insert taken back) dies with it
+    }
+    m_replaying = false;
+    --m_depth;
+}
+
 void RURecordControl::add(std::unique_ptr<RUChange> change)
 {
     if (IsRecording())

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QVariant>
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -34,6 +35,24 @@ public:
 
     void BeginRecord();
     void EndRecord(const OperatingUIInfo& info);
+
+    // A user action as a scope: opening it begins a record; commit() ends the record with its
+    // label; leaving the scope without commit (the action threw) puts back everything journalled
+    // since the scope opened, so the data are as they were and no undo step is left. Scopes
+    // nest like Begin/End pairs: an inner scope that rolls back takes back only its own part.
+    class Scope
+    {
+    public:
+        Scope();
+        ~Scope();
+        Scope(const Scope&) = delete;
+        Scope& operator=(const Scope&) = delete;
+        void commit(const OperatingUIInfo& info);
+
+    private:
+        std::size_t m_mark;
+        bool m_done = false;
+    };
     bool IsRecording() const { return m_depth > 0 && !m_replaying; }
 
     // Reordering done outside the data layer: the rows of the table were in oldOrder before.
@@ -62,6 +81,8 @@ signals:
 private:
     RURecordControl();
     void add(std::unique_ptr<RUChange> change);
+    // Undoes and drops the changes journalled after the first mark ones, and closes one level.
+    void rollBack(std::size_t mark);
     friend class RUUndoCommand;
 
     QUndoStack* m_stack;

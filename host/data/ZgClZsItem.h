@@ -1,42 +1,62 @@
 #pragma once
 
+#include "ZgjClHzTable.h"
+
 #include <QString>
 
-class ZgjClHzItem;
+#include <memory>
 
-// A node of the tender's provisional list as a tree: a unit-project node (type 0) with its
-// tender material nodes (type 1) below it, placed by id and parent id. A material node owns
-// its material row, which is not in any table.
+// A node of a provisional-materials tree: a unit project (type 0) or one of its materials
+// (type 1). Nodes form a tree by id and parent id; a material node owns its material row,
+// which is in no table. The unit projects' settings and the tender's provisional list are
+// both shown as such trees.
 class ZgClZsItem
 {
 public:
-    enum ItemType { DwGcItem = 0, ClItem = 1 };
+    enum Type { UnitProject = 0, Material = 1 };
 
-    ZgClZsItem(int id, int parentId, int type);
-    ~ZgClZsItem();
-    ZgClZsItem(const ZgClZsItem&) = delete;
-    ZgClZsItem& operator=(const ZgClZsItem&) = delete;
+    ZgClZsItem(int id, int parentId, int type) : m_id(id), m_parentId(parentId), m_type(type) {}
 
     int GetId() const { return m_id; }
     int GetParentId() const { return m_parentId; }
     int GetZgClZsItemType() const { return m_type; }
-    // The unit project's name (unit-project nodes).
+
     QString GetZxGcName() const { return m_name; }
     void SetZxGcName(const QString& name) { m_name = name; }
-    // The project-tree node id of the unit project the node belongs to; -1 when the node
-    // has not been fitted to the project.
-    int GetDwGcNodeId() const { return m_dwGcNodeId; }
-    void SetDwGcNodeId(int nodeId) { m_dwGcNodeId = nodeId; }
+    // The project-tree node id of the unit project the node belongs to; -1 when the node has
+    // not been fitted to the project.
+    int GetNodeId() const { return m_nodeId; }
+    void SetNodeId(int nodeId) { m_nodeId = nodeId; }
     // The unit project's id in the tender file (unit-project nodes read from a file).
     QString GetDwGcKey() const { return m_dwGcKey; }
     void SetDwGcKey(const QString& key) { m_dwGcKey = key; }
-    // The material of a material node (fields as the provisional list's rows).
-    ZgjClHzItem* GetZgjClHzItem() const { return m_material; }
+
+    // The material of a material node (null for a unit-project node).
+    ZgjClHzItem* GetZgjClHzItem() const { return m_material.get(); }
+    ZgjClHzItem* EnsureZgjClHzItem()
+    {
+        if (!m_material)
+            m_material = std::make_unique<ZgjClHzItem>();
+        return m_material.get();
+    }
     // Takes the row over.
-    void SetZgjClHzItem(ZgjClHzItem* material);
-    // The material's tender code (招标编码).
-    QString GetOwnZbBm() const;
-    // 1: the tender material is among the bid's provisional materials of its unit project.
+    void SetZgjClHzItem(ZgjClHzItem* material) { m_material.reset(material); }
+    // The material's own tender code: as set, or else the material row's tender code (field 2).
+    QString GetOwnZbBm() const
+    {
+        if (m_hasOwnZbBm || !m_material)
+            return m_ownZbBm;
+        return m_material->getValue(2).toString().trimmed();
+    }
+    void SetOwnZbBm(const QString& code)
+    {
+        m_ownZbBm = code;
+        m_hasOwnZbBm = true;
+    }
+
+    // A mark the business service sets on a node: in the unit projects' settings, a setting
+    // that differs from another unit project; in the tender list, a tender material the unit
+    // project's own provisional list has.
     int GetFlag() const { return m_flag; }
     void SetFlag(int flag) { m_flag = flag; }
 
@@ -44,9 +64,11 @@ private:
     int m_id;
     int m_parentId;
     int m_type;
-    int m_dwGcNodeId = -1;
+    int m_nodeId = -1;
     int m_flag = 0;
+    bool m_hasOwnZbBm = false;
     QString m_name;
+    QString m_ownZbBm;
     QString m_dwGcKey;
-    ZgjClHzItem* m_material = nullptr;
+    std::unique_ptr<ZgjClHzItem> m_material;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QList>
+#include <QSize>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -23,6 +24,7 @@ public:
         QString title;
         QString text;
         QStringList buttons;
+        QSize size = QSize(); // a box of fixed size; invalid for the default size
     };
 
     static void setScripted(bool scripted);

@@ -31,6 +31,16 @@ void VXProgressBar::setText(const QString& text)
         m_dialog->setLabelText(text);
 }
 
+void VXProgressBar::show()
+{
+    if (!m_dialog)
+        return;
+    m_dialog->show();
+    m_dialog->raise();
+    m_dialog->repaint();
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
 void VXProgressBar::setValue(int value)
 {
     m_value = value;

@@ -18,6 +18,8 @@ public:
     ~VXProgressBar() override;
 
     void setText(const QString& text);
+    // Shows the bar at once and lets it paint before the caller's long work starts.
+    void show();
     void setValue(int value) override;
     int value() const { return m_value; }
     void finish();

@@ -2,7 +2,10 @@
 #include "InteractionSeam.h"
 
 #include <QDebug>
+#include <QGuiApplication>
 #include <QPushButton>
+#include <QScreen>
+#include <QTimer>
 
 namespace {
 
@@ -71,6 +74,26 @@ QMessageBox::StandardButton showInformation(QWidget* parent, const QString& titl
     for (const ButtonText& b : kButtons)
         if (QAbstractButton* button = box.button(b.button))
             button->setText(QString::fromUtf8(b.text));
+    return QMessageBox::StandardButton(box.exec());
+}
+
+QMessageBox::StandardButton showInformation(QWidget* parent, const QString& title,
+                                            const QString& text, const QSize& fixedSize)
+{
+    InteractionSeam::Shown shown{
+        QStringLiteral("information"), title, text, {QStringLiteral("确定")}};
+    shown.size = fixedSize;
+    InteractionSeam::record(shown);
+    if (InteractionSeam::isScripted())
+        return scriptedAnswer(QMessageBox::Ok, QMessageBox::Ok);
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    const double ratio = screen ? qMax(1.0, screen->logicalDotsPerInch() / 96.0) : 1.0;
+    QMessageBox box(QMessageBox::Information, title, text, QMessageBox::Ok, parent);
+    box.button(QMessageBox::Ok)->setText(QStringLiteral("确定"));
+    // A message box lays itself out when shown: the size is set once it is up.
+    QTimer::singleShot(0, &box, [&box, fixedSize, ratio] {
+        box.setFixedSize(qRound(fixedSize.width() * ratio), qRound(fixedSize.height() * ratio));
+    });
     return QMessageBox::StandardButton(box.exec());
 }
 

@@ -11,6 +11,9 @@ QMessageBox::StandardButton showInformation(QWidget* parent, const QString& titl
                                             const QString& text,
                                             QMessageBox::StandardButtons buttons = QMessageBox::Ok,
                                             QMessageBox::Icon icon = QMessageBox::Information);
+// The same box at a fixed size (scaled by the screen's resolution ratio).
+QMessageBox::StandardButton showInformation(QWidget* parent, const QString& title,
+                                            const QString& text, const QSize& fixedSize);
 // Yes/No question; true for yes.
 bool showQuestion(QWidget* parent, const QString& title, const QString& text);
 QMessageBox::StandardButton showWarning(QWidget* parent, const QString& title, const QString& text);

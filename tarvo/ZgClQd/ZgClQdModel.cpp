@@ -1,8 +1,25 @@
 #include "ZgClQdModel.h"
 
+#include "BaseDataItem.h"
 #include "ZgClQdBusiness.h"
 
 ZgClQdModel::ZgClQdModel(QObject* parent) : MaterialListModel(parent) {}
+
+QVariant ZgClQdModel::data(const QModelIndex& index, int role) const
+{
+    if ((role == Qt::DisplayRole || role == Qt::EditRole) && index.isValid() &&
+        fieldOfColumn(index.column()) == ZgClQdBusiness::ProvisionalField) {
+        const BaseDataItem* item = itemAt(index.row());
+        if (!item || item->getKind() != ZgClQdBusiness::Material || TableOps::isBlank(item))
+            return QString();
+        return item->getValue(ZgClQdBusiness::ProvisionalField).toBool() ? QStringLiteral("是")
+                                                                         : QStringLiteral("否");
+    }
+    if (role == Qt::TextAlignmentRole && index.isValid() &&
+        fieldOfColumn(index.column()) == ZgClQdBusiness::ProvisionalField)
+        return AlignCentre;
+    return MaterialListModel::data(index, role);
+}
 
 ZgjClHzTable* ZgClQdModel::pageTable() const
 {

@@ -11,6 +11,9 @@ class ZgClQdModel : public MaterialListModel
 public:
     explicit ZgClQdModel(QObject* parent = nullptr);
 
+    // The provisional attribute reads "是" or "否" (and is typed so).
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+
 protected:
     QString modifyLabel() const override { return QStringLiteral("修改暂估价材料清单行"); }
     bool applyEdit(int row, int field, const QVariant& value) override;

@@ -12,16 +12,6 @@
 
 #include <QColor>
 
-void beginUndoRecord()
-{
-    RURecordControl::GetInstance()->BeginRecord();
-}
-
-void endUndoRecord(const OperatingUIInfo& info)
-{
-    RURecordControl::GetInstance()->EndRecord(info);
-}
-
 BillModel::BillModel(QObject* parent) : BaseDataItemModel(parent) {}
 
 QVariant BillModel::data(const QModelIndex& index, int role) const
@@ -94,7 +84,8 @@ OperatingUIInfo BillModel::undoInfo(int operType, const QString& text) const
 {
     const ConstructionWorks* w = works();
     return OperatingUIInfo(w ? w->getProjectWorksId() : 0, w ? w->getAuditId() : 0,
-                           w ? w->getNodeId() : 0, table() ? table()->getId() : 0, operType, text);
+                           w ? w->getNodeId() : 0, table() ? table()->getId() : 0,
+                           m_operationKind >= 0 ? m_operationKind : operType, text);
 }
 
 bool BillModel::setData(const QModelIndex& index, const QVariant& value, int role)

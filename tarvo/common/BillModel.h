@@ -2,6 +2,9 @@
 
 #include "BaseDataItemModel.h"
 #include "OperatingUIInfo.h"
+#include "RURecordControl.h"
+
+#include <type_traits>
 
 class AuditBusiness;
 class BaseDataItem;
@@ -25,6 +28,9 @@ public:
     void setSourceFolder(const QString& folder) { m_sourceFolder = folder; }
     void setReadOnlyView(bool readOnly) { m_readOnlyView = readOnly; }
     bool isReadOnlyView() const { return m_readOnlyView; }
+    // A list whose every record carries one operation kind (the provisional list's 10);
+    // -1 keeps the kind each command gives.
+    void setOperationKind(int kind) { m_operationKind = kind; }
 
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
@@ -35,7 +41,9 @@ public:
 
     // The record info of this model's table with the given operation and label.
     OperatingUIInfo undoInfo(int operType, const QString& text) const;
-    // Runs a change of the table as one undo step with the given operation and label.
+    // Runs a change of the table as one undo step with the given operation and label: the
+    // step is kept when the change returns, rolled back when it throws. The label is read
+    // when the change has run.
     template <typename Change> bool recorded(int operType, const QString& text, Change&& change);
 
 protected:
@@ -53,25 +61,26 @@ protected:
 private:
     AuditBusiness* m_audit = nullptr;
     bool m_readOnlyView = false;
+    int m_operationKind = -1;
     QString m_sourceFolder;
 };
-
-void beginUndoRecord();
-void endUndoRecord(const OperatingUIInfo& info);
 
 template <typename Change>
 bool BillModel::recorded(int operType, const QString& text, Change&& change)
 {
-    beginUndoRecord();
-    bool changed = false;
-    try {
+    // The grid is redrawn whatever happens; a change that throws is rolled back by the scope
+    // before the redraw, and leaves no undo step.
+    struct Redraw
+    {
+        BillModel* model;
+        ~Redraw() { model->resetModel(); }
+    } redraw{this};
+    RURecordControl::Scope scope;
+    bool changed = true;
+    if constexpr (std::is_void_v<decltype(change())>)
+        change();
+    else
         changed = change();
-    } catch (...) {
-        endUndoRecord(undoInfo(operType, text)); // the record is closed whatever happens
-        resetModel();
-        throw;
-    }
-    endUndoRecord(undoInfo(operType, text));
-    resetModel();
+    scope.commit(undoInfo(operType, text)); // the label is read now: the change may settle it
     return changed;
 }

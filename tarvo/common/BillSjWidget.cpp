@@ -66,6 +66,16 @@ bool BillSjWidget::isLocked() const
     return owner && (owner->GetDqdZdSd() || owner->IsReadOnly());
 }
 
+bool BillSjWidget::isWritable() const
+{
+    return m_works && !isLocked();
+}
+
+void BillSjWidget::closeEditor()
+{
+    m_view->closeEditor();
+}
+
 void BillSjWidget::ProcMsg(int msgId, QVariant* payload)
 {
     TarvoGuard::run(sourceFile(), __LINE__, tag("ProcMsg"), [&] {

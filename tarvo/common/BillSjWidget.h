@@ -1,9 +1,13 @@
 #pragma once
 
+#include "BillModel.h"
+#include "TarvoGuard.h"
 #include "zBaseWidget.h"
 
 #include <QPair>
 #include <QVariant>
+
+#include <source_location>
 
 class AuditBusiness;
 class BillModel;
@@ -32,6 +36,8 @@ public:
     ProTreeNode* node() const { return m_node; }
     AuditBusiness* audit() const { return m_audit; }
     bool isLocked() const;
+    // A unit project's table is shown and open for editing.
+    bool isWritable() const;
 
 public slots:
     void slotMouseMoveRows(int from, int to, bool finished);
@@ -63,6 +69,26 @@ protected:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     QString tag(const char* function) const;
+
+    // Runs a page command as one user action: under the module's guard (failures reported with
+    // the tag "<Class>::<function>" and the caller's line), with the cell editor closed, not at
+    // all while the table is locked, inside one undo record labelled `label` with the given
+    // operation kind, and with the grid redrawn afterwards. When the body throws, everything it
+    // changed is put back and no undo step is left. A body that changes nothing (a question
+    // answered "no") leaves no undo step either. The label is read when the body has run, so a
+    // body may settle it (after the user chose).
+    template <typename Body>
+    void runCommand(const char* function, const QString& label, int operation, Body&& body,
+                    std::source_location where = std::source_location::current())
+    {
+        TarvoGuard::run(sourceFile(), int(where.line()), tag(function), [&] {
+            closeEditor();
+            if (!isWritable())
+                return;
+            m_model->recorded(operation, label, std::forward<Body>(body));
+        });
+    }
+    void closeEditor();
 
 private:
     void loadNode(QVariant* payload, int msgId);

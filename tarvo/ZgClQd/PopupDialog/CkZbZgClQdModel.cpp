@@ -33,7 +33,7 @@ void CkZbZgClQdModel::setNodes(const QList<ZgClZsItem*>& nodes, const JfszTable*
             children[node->GetParentId()].append(node);
         else
             roots.append(node);
-        if (node->GetZgClZsItemType() != ZgClZsItem::DwGcItem)
+        if (node->GetZgClZsItemType() != ZgClZsItem::UnitProject)
             ++m_materials;
     }
     // Depth first without recursion; a node is placed once even if the ids make a loop.
@@ -80,7 +80,7 @@ int CkZbZgClQdModel::columnCount(const QModelIndex& parent) const
 
 QString CkZbZgClQdModel::text(const ZgClZsItem* node, int depth, int column) const
 {
-    if (node->GetZgClZsItemType() == ZgClZsItem::DwGcItem)
+    if (node->GetZgClZsItemType() == ZgClZsItem::UnitProject)
         return column == eZbBm ? node->GetZxGcName() : QString();
     const ZgjClHzItem* material = node->GetZgjClHzItem();
     if (column == eZbBm) {
@@ -121,7 +121,7 @@ QVariant CkZbZgClQdModel::data(const QModelIndex& index, int role) const
         return QVariant();
     const Row& row = m_rows.at(index.row());
     const int column = index.column();
-    const bool material = row.node->GetZgClZsItemType() != ZgClZsItem::DwGcItem;
+    const bool material = row.node->GetZgClZsItemType() != ZgClZsItem::UnitProject;
     switch (role) {
     case Qt::DisplayRole:
         return text(row.node, row.depth, column);

@@ -213,7 +213,7 @@ private slots:
         int units = 0, matched = 0, unmatched = 0, noCode = 0;
         int lastUnit = 0;
         for (const ZgClZsItem* n : nodes) {
-            if (n->GetZgClZsItemType() == ZgClZsItem::DwGcItem) {
+            if (n->GetZgClZsItemType() == ZgClZsItem::UnitProject) {
                 ++units;
                 lastUnit = n->GetId();
                 continue;
@@ -224,7 +224,7 @@ private slots:
             noCode += n->GetOwnZbBm().isEmpty();
         }
         QCOMPARE(units, 6);
-        QCOMPARE(ProTreeNode::Name(sample->nodeById(nodes.first()->GetDwGcNodeId())),
+        QCOMPARE(ProTreeNode::Name(sample->nodeById(nodes.first()->GetNodeId())),
                  nodes.first()->GetZxGcName());
         // Partly the bid's materials, partly spelt otherwise or not in the bid at all.
         QVERIFY(matched > 20);

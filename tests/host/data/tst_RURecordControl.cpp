@@ -4,6 +4,7 @@
 
 #include <QUndoStack>
 #include <QtTest>
+#include <stdexcept>
 
 // The undo journal: every change inside a record comes back exactly, one record per action.
 class tst_RURecordControl : public QObject
@@ -154,6 +155,91 @@ private slots:
         p.reset();
         QCOMPARE(control()->undoStack()->count(), 0);
         QVERIFY(!control()->Undo());
+    }
+    // A scope whose body throws puts back every kind of change and leaves no undo step; the
+    // rows it removed come back as the very same objects.
+    void failedScopeRollsEverythingBack()
+    {
+        TestProject p;
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        BaseDataItem* a = TestProject::row(t, 0, {{2, QStringLiteral("a")}, {3, 1.0}});
+        BaseDataItem* b = TestProject::row(t, 0, {{2, QStringLiteral("b")}, {3, 2.0}});
+        BaseDataItem* c = TestProject::row(t, 0, {{2, QStringLiteral("c")}, {3, 3.0}});
+        {
+            RURecordControl::Scope scope;
+            b->setValue(3, 20.0);
+            scope.commit(info(QStringLiteral("修改其他项目清单行")));
+        }
+        QCOMPARE(control()->undoStack()->count(), 1);
+
+        int external = 5;
+        try {
+            RURecordControl::Scope scope;
+            a->setValue(3, 10.0);
+            a->SetBlock(true);
+            a->setRowHeight(30);
+            BaseDataItem* added = t->CreateItem();
+            t->BaseDataItemInsert(1, added);
+            added->setValue(2, QStringLiteral("new"));
+            t->BaseDataItemRemoveAt(t->GetItemIndexInOrder(c));
+            t->BaseDataItemMove(0, 2);
+            const QList<BaseDataItem*> before = t->items();
+            t->reorder({t->at(2), t->at(1), t->at(0)});
+            control()->RecordTableItemOrderChange(t, before);
+            control()->RecordChange([&] { external = 5; }, [&] { external = 6; });
+            external = 6;
+            throw std::runtime_error("failure in the middle");
+        } catch (const std::runtime_error&) {
+        }
+        QCOMPARE(t->items(), (QList<BaseDataItem*>{a, b, c}));
+        QCOMPARE(names(t), QStringList({"a", "b", "c"}));
+        QCOMPARE(a->getValue(3), QVariant(1.0));
+        QVERIFY(!a->IsBlock());
+        QCOMPARE(a->getRowHeight(), 0);
+        QCOMPARE(b->getValue(3), QVariant(20.0));
+        QCOMPARE(external, 5);
+        QCOMPARE(control()->undoStack()->count(), 1);
+        QCOMPARE(control()->undoStack()->undoText(), QStringLiteral("修改其他项目清单行"));
+        QVERIFY(!control()->IsRecording());
+        // The history before the failure still works.
+        QVERIFY(control()->Undo());
+        QCOMPARE(b->getValue(3), QVariant(2.0));
+    }
+
+    // An inner scope that fails takes back only its own part; the outer one goes on and
+    // commits what it did before and after.
+    void innerScopeRollsBackItsOwnPart()
+    {
+        TestProject p;
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        BaseDataItem* a = TestProject::row(t, 0, {{2, QStringLiteral("a")}, {3, 1.0}});
+        {
+            RURecordControl::Scope outer;
+            a->setValue(3, 2.0);
+            try {
+                RURecordControl::Scope inner;
+                a->setValue(3, 3.0);
+                t->BaseDataItemAppend(t->CreateItem());
+                throw 42;
+            } catch (int) {
+            }
+            QCOMPARE(a->getValue(3), QVariant(2.0));
+            QCOMPARE(t->count(), 1);
+            QVERIFY(control()->IsRecording());
+            a->SetBlock(true);
+            outer.commit(info(QStringLiteral("外层")));
+        }
+        QCOMPARE(control()->undoStack()->count(), 1);
+        QVERIFY(control()->Undo());
+        QCOMPARE(a->getValue(3), QVariant(1.0));
+        QVERIFY(!a->IsBlock());
+        // A scope that changed nothing and commits leaves no step either.
+        {
+            RURecordControl::Scope scope;
+            scope.commit(info(QStringLiteral("空")));
+        }
+        QCOMPARE(control()->undoStack()->count(), 1);
+        QCOMPARE(control()->undoStack()->index(), 0);
     }
 };
 

@@ -112,8 +112,9 @@ private slots:
             << "招标人材料购置费清单" << QList<int>{1, 2, 3, 4, 5, 6, 7, 9, 10, 12, 13, 15};
         QTest::newRow("daywork") << "零星工作项目人工单价清单" << QList<int>{1, 2, 3, 4, 5, 6, 7};
         QTest::newRow("fees") << "规费清单" << QList<int>{1, 2, 3, 4, 5, 6, 7};
-        QTest::newRow("provisional") << "暂估材料(工程设备)清单"
-                                     << QList<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12, 13, 14, 15};
+        QTest::newRow("provisional")
+            << "暂估材料(工程设备)清单"
+            << QList<int>{1, 2, 3, 4, 5, 6, 7, 11, 8, 9, 10, 12, 13, 14, 15};
         QTest::newRow("evaluated")
             << "需评审的材料清单" << QList<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 12, 13, 14, 15};
     }

@@ -1,3 +1,4 @@
+#include "ModelTesters.h"
 #include "TestProject.h"
 
 #include "GfQd/GfQdSjWidget.h"
@@ -51,6 +52,7 @@ private:
     {
         QVariant payload = QVariant::fromValue(node);
         page.ProcMsg(74, &payload);
+        attachModelTesters(&page);
     }
 
     static QStringList names(GeneralTableBase* table)

@@ -1,3 +1,4 @@
+#include "ModelTesters.h"
 #include "TestProject.h"
 
 #include "LxGzXmQd/LxGzXmQdSjWidget.h"
@@ -196,6 +197,7 @@ private slots:
         LxGzXmQdWidget page;
         QVariant node = QVariant::fromValue(p.unit);
         page.ProcMsg(74, &node);
+        attachModelTesters(&page);
         auto* grid = static_cast<LxGzXmQdSjWidget*>(page.sjWidget());
         grid->slotSelectSporadicItem(150); // nothing selected
         QCOMPARE(RURecordControl::GetInstance()->undoStack()->count(), 0);

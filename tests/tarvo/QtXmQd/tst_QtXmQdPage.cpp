@@ -1,3 +1,4 @@
+#include "ModelTesters.h"
 #include "TestProject.h"
 
 #include "QtXmQd/QtXmQdSjWidget.h"
@@ -27,6 +28,7 @@ private:
         {
             QVariant node = QVariant::fromValue(p.unit);
             widget.ProcMsg(74, &node);
+            attachModelTesters(&widget);
         }
         QtXmQdSjWidget* grid() { return static_cast<QtXmQdSjWidget*>(widget.sjWidget()); }
         void focus(int row) { grid()->view()->setCurrentIndex(grid()->model()->index(row, 0)); }

@@ -1,3 +1,4 @@
+#include "ModelTesters.h"
 #include "TestProject.h"
 
 #include "ZbrClGzfQd/PopupDialog/SummarySelectionDialog.h"
@@ -30,6 +31,7 @@ private:
         {
             QVariant node = QVariant::fromValue(p.unit);
             widget.ProcMsg(74, &node);
+            attachModelTesters(&widget);
         }
         ZbrClGzfQdSjWidget* grid() { return static_cast<ZbrClGzfQdSjWidget*>(widget.sjWidget()); }
         void focus(int row) { grid()->view()->setCurrentIndex(grid()->model()->index(row, 0)); }

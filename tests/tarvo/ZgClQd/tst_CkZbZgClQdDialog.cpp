@@ -2,6 +2,7 @@
 
 #include "ZgClQd/PopupDialog/CkZbZgClQdDialog.h"
 #include "ZgClQd/PopupDialog/CkZbZgClQdModel.h"
+#include "ZgClQd/ZgClQdWidget.h"
 
 #include "InteractionSeam.h"
 #include "LibXLExcel.h"
@@ -32,7 +33,7 @@ private:
     static ZgClZsItem* material(int id, int parent, const QString& code, const QString& name,
                                 double price, int flag = 0)
     {
-        auto* node = new ZgClZsItem(id, parent, ZgClZsItem::ClItem);
+        auto* node = new ZgClZsItem(id, parent, ZgClZsItem::Material);
         auto* row = new ZgjClHzItem;
         row->loadValue(2, code);
         row->loadValue(3, name);
@@ -86,11 +87,11 @@ private slots:
     void gridShowsTheTreeAsSpecified()
     {
         QList<ZgClZsItem*> nodes;
-        auto* unit = new ZgClZsItem(1, 0, ZgClZsItem::DwGcItem);
+        auto* unit = new ZgClZsItem(1, 0, ZgClZsItem::UnitProject);
         unit->SetZxGcName("建筑与装饰工程");
         nodes << unit << material(2, 1, "ZG001", "钢筋", 4280.5, 1)
               << material(4, 1, "", "中砂", 135) << material(3, 2, "ZG001-1", "箍筋", 4300)
-              << new ZgClZsItem(5, 0, ZgClZsItem::DwGcItem);
+              << new ZgClZsItem(5, 0, ZgClZsItem::UnitProject);
         CkZbZgClQdModel model;
         QAbstractItemModelTester tester(&model);
         JfszTable format;
@@ -192,6 +193,28 @@ private slots:
         QList<ZgjClHzItem*> stored;
         QVERIFY(p.project->GetDwZbZgCl({p.index, 4}, stored));
         QCOMPARE(stored.size(), 3);
+    }
+
+    void pageCommandOpensTheView()
+    {
+        TestProject p;
+        InteractionSeam::pushAnswer(tenderFile("fits.cjz", "建筑与装饰工程"));
+        CkZbZgClQdDialog(p.current).slotImportCJZClicked();
+        ZgClQdWidget page;
+        QVariant node = QVariant::fromValue(p.unit);
+        page.ProcMsg(74, &node);
+        QString title;
+        int rows = -1;
+        InteractionSeam::setModalHook([&](QDialog* dialog) {
+            title = dialog->windowTitle();
+            if (auto* view = qobject_cast<CkZbZgClQdDialog*>(dialog))
+                rows = view->model()->rowCount();
+        });
+        QVariant command = QStringLiteral("查看招标暂估材料");
+        page.ProcMsg(6, &command);
+        InteractionSeam::setModalHook(nullptr);
+        QCOMPARE(title, QString("查看招标文件约定的暂估清单"));
+        QCOMPARE(rows, 8);
     }
 
     void exportWritesWhatIsShown()

@@ -1,3 +1,4 @@
+#include "ModelTesters.h"
 #include "TestProject.h"
 
 #include "GfQd/GfQdModel.h"
@@ -57,6 +58,7 @@ private:
     {
         QVariant payload = QVariant::fromValue(node);
         page.ProcMsg(id, &payload);
+        attachModelTesters(&page);
     }
 
     static QModelIndex cell(BillModel* model, int row, int field)

@@ -1,0 +1,264 @@
+#include "ModelTesters.h"
+#include "TestProject.h"
+
+#include "QtXmQd/QtXmQdWidget.h"
+#include "ZbrClGzfQd/ZbrClGzfQdModel.h"
+#include "common/MaterialGridServiceOf.h"
+#include "common/MaterialSjWidget.h"
+
+#include "BusinessFaultInjection.h"
+#include "HostIds.h"
+#include "InteractionSeam.h"
+#include "ProcExceptionNew.h"
+#include "VXProgressBar.h"
+#include "ZbrClGzfQdBusiness.h"
+#include "zTableView.h"
+
+#include <QMessageBox>
+#include <QUndoStack>
+#include <QtTest>
+
+#include <stdexcept>
+
+namespace {
+
+// The tenderer-purchased service that fails, once armed, right after it did its work: the
+// command has then changed rows that must come back.
+class FaultyService : public MaterialGridServiceOf<ZbrClGzfQdBusiness, ZbrClGzfQdTable>
+{
+public:
+    using Base = MaterialGridServiceOf<ZbrClGzfQdBusiness, ZbrClGzfQdTable>;
+    mutable bool armed = false;
+
+    BaseDataItem* insertItem(GeneralTableBase* table, int index) const override
+    {
+        BaseDataItem* item = Base::insertItem(table, index);
+        fail();
+        return item;
+    }
+    bool moveRows(ConstructionWorks* works, GeneralTableBase* table, int from,
+                  int to) const override
+    {
+        const bool moved = Base::moveRows(works, table, from, to);
+        fail();
+        return moved;
+    }
+    void recalculateList(ConstructionWorks* works, GeneralTableBase*) const override
+    {
+        ZbrClGzfQdBusiness::CalGzfQdTable(works);
+        fail();
+    }
+    void recalculateRow(BaseDataItem* item) const override
+    {
+        ZbrClGzfQdBusiness::CalculateZbrClItemHJ(item);
+    }
+
+private:
+    void fail() const
+    {
+        if (armed) {
+            armed = false;
+            throw std::runtime_error("磁盘已满");
+        }
+    }
+};
+
+class FaultyGrid : public MaterialSjWidget
+{
+public:
+    FaultyGrid() : MaterialSjWidget(nullptr, nullptr)
+    {
+        auto service = std::make_unique<FaultyService>();
+        faulty = service.get();
+        initMaterials(new ZbrClGzfQdModel(this), std::move(service));
+    }
+    // A summary that fails half-way, after the host rebuilt part of the list.
+    void Summarise()
+    {
+        runCommand("Summarise", QStringLiteral("汇总所有工程材料"), OperationKind::Summary, [&] {
+            rebuildShowingFormerRows(QStringLiteral("正在汇总所有工程材料，请等待"),
+                                     [&](VXProgressBar& progress) {
+                                         ZbrClGzfQdBusiness::HzSyClToZbrCl(works(), &progress);
+                                         throw QStringLiteral("汇总中断");
+                                     });
+        });
+    }
+    FaultyService* faulty = nullptr;
+
+protected:
+    QString sourceFile() const override { return QStringLiteral("ZbrClGzfQd\\FaultyGrid"); }
+    QString className() const override { return QStringLiteral("FaultyGrid"); }
+    QString listName() const override { return QStringLiteral("招标人材料购置费清单"); }
+    QString ribbonFile() const override { return QString(); }
+    QString moveLabel() const override { return QStringLiteral("招标人材料购置费清单移动行"); }
+    GeneralTableBase* pageTable(ConstructionWorks* works) const override
+    {
+        return works->getTenderInventory()->getZbrClGzfQdTable();
+    }
+};
+
+// What a row holds, to compare a table before and after a failed command.
+using Snapshot = QList<QPair<BaseDataItem*, QVariantList>>;
+Snapshot snapshot(const GeneralTableBase* table)
+{
+    Snapshot rows;
+    for (BaseDataItem* item : table->items()) {
+        QVariantList values{item->getKind(), item->IsBlock()};
+        for (int field : {1, 3, 5, 7, 9, 10, 22})
+            values << item->getValue(field);
+        rows.append({item, values});
+    }
+    return rows;
+}
+
+} // namespace
+
+// Every kind of command that fails half-way leaves the rows and the undo stack exactly as they
+// were, is reported, and the page goes on.
+class tst_CommandRollback : public QObject
+{
+    Q_OBJECT
+
+private:
+    RURecordControl* undo() { return RURecordControl::GetInstance(); }
+
+    static void fill(TestProject& p)
+    {
+        ZbrClGzfQdTable* t = p.current->getTenderInventory()->getZbrClGzfQdTable();
+        for (int i = 0; i < 5; ++i)
+            TestProject::row(t, 1,
+                             {{1, i + 1},
+                              {3, QString("材料%1").arg(i)},
+                              {5, "t"},
+                              {7, 10.0 * (i + 1)},
+                              {9, 2.0},
+                              {10, 20.0 * (i + 1)},
+                              {22, i == 3}});
+        TestProject::row(t, 2, {{3, "合计"}, {10, 300.0}});
+        TestProject::row(p.current->getRcjHzTable(), 1,
+                         {{3, "钢筋"}, {5, "t"}, {7, 4200.0}, {9, 3.0}});
+        // One step already on the stack: a failure must leave it where it is.
+        RURecordControl::Scope scope;
+        t->at(0)->setValue(15, QStringLiteral("备注"));
+        scope.commit(
+            OperatingUIInfo(77, 0, 3, t->getId(), 8, QStringLiteral("修改招标人材料购置费清单行")));
+    }
+
+private slots:
+    void init()
+    {
+        InteractionSeam::setScripted(true);
+        InteractionSeam::clear();
+        ClearExceptionReports();
+        undo()->ForgetHistory();
+    }
+
+    void failedCommandLeavesNothing_data()
+    {
+        QTest::addColumn<QString>("command");
+        QTest::addColumn<QString>("tag");
+        QTest::newRow("insert") << "insert"
+                                << "FaultyGrid::InsertRow";
+        QTest::newRow("delete row") << "delete"
+                                    << "FaultyGrid::DeleteRowsOrBlock";
+        QTest::newRow("delete block") << "block"
+                                      << "FaultyGrid::DeleteBlockRows";
+        QTest::newRow("clear all rows") << "clearAll"
+                                        << "FaultyGrid::ClearAllRows";
+        QTest::newRow("clear prices") << "prices"
+                                      << "FaultyGrid::ClearQuantitiesOrPrices";
+        QTest::newRow("keep first rows") << "keep"
+                                         << "FaultyGrid::KeepFirstRows";
+        QTest::newRow("move rows") << "move"
+                                   << "FaultyGrid::slotMouseMoveRows";
+        QTest::newRow("summary") << "summary"
+                                 << "FaultyGrid::Summarise";
+        QTest::newRow("cell edit") << "edit"
+                                   << "ZbrClGzfQdModel::setData";
+    }
+
+    void failedCommandLeavesNothing()
+    {
+        QFETCH(QString, command);
+        QFETCH(QString, tag);
+        TestProject p;
+        fill(p);
+        ZbrClGzfQdTable* t = p.current->getTenderInventory()->getZbrClGzfQdTable();
+        FaultyGrid grid;
+        QVariant node = QVariant::fromValue(p.unit);
+        grid.ProcMsg(MsgId::NodeClicked, &node);
+        attachModelTesters(&grid);
+        grid.view()->setCurrentIndex(grid.model()->index(1, 0));
+        t->at(1)->SetBlock(true);
+        t->at(2)->SetBlock(true);
+        const Snapshot before = snapshot(t);
+        const int steps = undo()->undoStack()->count();
+
+        grid.faulty->armed = true;
+        if (command == "insert") {
+            grid.InsertRow(false);
+        } else if (command == "delete") {
+            t->at(1)->SetBlock(false);
+            t->at(2)->SetBlock(false);
+            grid.DeleteRowsOrBlock();
+            t->at(1)->SetBlock(true);
+            t->at(2)->SetBlock(true);
+        } else if (command == "block") {
+            InteractionSeam::pushAnswer(int(QMessageBox::Yes));
+            grid.DeleteRowsOrBlock();
+        } else if (command == "clearAll") {
+            InteractionSeam::pushAnswer(int(QMessageBox::Yes));
+            grid.ClearAllRows();
+        } else if (command == "prices") {
+            InteractionSeam::pushAnswer(int(QMessageBox::Yes));
+            grid.ClearQuantitiesOrPrices(true, false);
+        } else if (command == "keep") {
+            grid.KeepFirstRows(2);
+        } else if (command == "move") {
+            grid.slotMouseMoveRows(0, 3, true);
+        } else if (command == "summary") {
+            grid.Summarise();
+            QCOMPARE(grid.model()->table(), t); // back on the list
+        } else if (command == "edit") {
+            grid.faulty->armed = false;
+            BusinessFaultInjection::setFault([] { throw std::runtime_error("磁盘已满"); });
+            grid.model()->setData(grid.model()->index(2, grid.model()->columnOfField(9)), "5");
+        }
+        grid.faulty->armed = false;
+        QCOMPARE(snapshot(t), before);
+        QCOMPARE(undo()->undoStack()->count(), steps);
+        QCOMPARE(undo()->undoStack()->undoText(), QString("修改招标人材料购置费清单行"));
+        QVERIFY(!undo()->IsRecording());
+        QCOMPARE(RecentExceptionReports().size(), 1);
+        QCOMPARE(RecentExceptionReports().first().tag, tag);
+        QCOMPARE(grid.model()->rowCount(), t->count());
+
+        // The page goes on: the same command now succeeds as one step, and undo still reaches
+        // the step before the failure.
+        grid.KeepFirstRows(1);
+        QCOMPARE(undo()->undoStack()->count(), steps + 1);
+        QVERIFY(undo()->Undo());
+        QVERIFY(undo()->Undo());
+        QVERIFY(!t->at(0)->getValue(15).isValid());
+    }
+
+    // The other items page's commands go through the same scope.
+    void otherItemsCellEditRollsBack()
+    {
+        TestProject p;
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        TestProject::row(t, 0, {{1, "1"}, {2, "暂列金额"}, {3, 50000.0}});
+        TestProject::row(t, 4, {{2, "合计"}, {3, 50000.0}});
+        QtXmQdWidget page;
+        QVariant node = QVariant::fromValue(p.unit);
+        page.ProcMsg(MsgId::NodeClicked, &node);
+        BillModel* model = page.sjWidget()->model();
+        BusinessFaultInjection::setFault([] { throw std::runtime_error("磁盘已满"); });
+        model->setData(model->index(0, model->columnOfField(3)), "1");
+        QCOMPARE(t->at(0)->getDouble(3), 50000.0);
+        QCOMPARE(undo()->undoStack()->count(), 0);
+    }
+};
+
+QTEST_MAIN(tst_CommandRollback)
+#include "tst_CommandRollback.moc"
