@@ -3,6 +3,7 @@
 #include "ModuleHost.h"
 #include "ProjectTreeModel.h"
 #include "RibbonWidget.h"
+#include "TenderExportAction.h"
 
 #include "Communication.h"
 #include "DataManagement.h"
@@ -80,8 +81,13 @@ MainWindow::MainWindow(QWidget* parent)
     statusBar()->addWidget(m_fileLabel, 1);
     statusBar()->addPermanentWidget(m_pageLabel);
 
-    connect(m_ribbon, &RibbonWidget::commandTriggered, this,
-            [this](const QString& text) { m_host->send(6, text); });
+    connect(m_ribbon, &RibbonWidget::commandTriggered, this, [this](const QString& text) {
+        // The tender-file exports are the host's data exchange, not a page's command.
+        if (TenderExportAction::Handles(text))
+            TenderExportAction::Run(this, project(), text);
+        else
+            m_host->send(6, text);
+    });
     connect(m_ribbon, &RibbonWidget::comboChanged, this,
             [this](const QString& item, const QString& text) {
                 m_host->send(5, QVariant::fromValue(MsgExplain::MenuComboInfo{item, text}));

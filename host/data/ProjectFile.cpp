@@ -1,6 +1,7 @@
 #include "ProjectFile.h"
 
 #include "ProjectWorks.h"
+#include "TenderListStore.h"
 #include "VariantStream.h"
 
 #include <QDataStream>
@@ -386,6 +387,7 @@ bool ProjectFile::Save(ProjectWorks* works, const QString& path, QString* error)
              exec(q, QStringLiteral("PRAGMA synchronous=OFF"), &failure) && db.transaction();
         for (const TableLayout& table : kTables)
             ok = ok && exec(q, createStatement(table), &failure);
+        ok = ok && TenderListStore::CreateTables(db, &failure);
 
         qint64 rowCount = 0;
         if (ok) {
@@ -454,6 +456,7 @@ bool ProjectFile::Save(ProjectWorks* works, const QString& path, QString* error)
                 }
             }
         }
+        ok = ok && TenderListStore::Save(db, works, &failure);
         if (ok) {
             QSqlQuery meta(db);
             meta.prepare(QStringLiteral("INSERT INTO meta VALUES(?,?)"));
@@ -543,9 +546,10 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
     const int version = versionText.toInt(&versionOk);
     if (!versionOk)
         return damaged(QStringLiteral("工程文件的版本“%1”无法识别").arg(versionText));
-    if (version != SchemaVersion)
-        return fail(QStringLiteral("工程文件的版本为%1，本程序只能打开版本%2的工程文件。")
+    if (version < OldestSchemaVersion || version > SchemaVersion)
+        return fail(QStringLiteral("工程文件的版本为%1，本程序只能打开版本%2至%3的工程文件。")
                         .arg(version)
+                        .arg(OldestSchemaVersion)
                         .arg(SchemaVersion));
     bool countOk = false;
     const qint64 expectedRows = meta.value(QStringLiteral("row_count")).toLongLong(&countOk);
@@ -719,6 +723,9 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
         return readFailed("row", q);
     if (rows != expectedRows)
         return damaged(QStringLiteral("数据行数不符"));
+    QString tenderFailure;
+    if (version >= 2 && !TenderListStore::Load(db, works.get(), &tenderFailure))
+        return damaged(tenderFailure);
     works->setFilePath(path);
     works->setProjectWorkChanged(false);
     return works;

@@ -15,7 +15,9 @@ class ProjectWorks;
 class ProjectFile
 {
 public:
-    static constexpr int SchemaVersion = 1;
+    // Version 2 added the tender lists; version 1 files still open.
+    static constexpr int SchemaVersion = 2;
+    static constexpr int OldestSchemaVersion = 1;
     static inline const QString ApplicationId = QStringLiteral("Tarvo project");
     static inline const QString Suffix = QStringLiteral("tarvo");
 

@@ -4,6 +4,7 @@ ProjectWorks::ProjectWorks(qint64 id, const QString& name) : m_id(id), m_name(na
 
 ProjectWorks::~ProjectWorks()
 {
+    clearTenderLists(true, true);
     for (auto& map : m_works)
         qDeleteAll(map);
 }
@@ -83,4 +84,65 @@ ConstructionWorks* ProjectWorks::ensureWorks(int auditVersion, int nodeId)
         }
     }
     return w;
+}
+
+void ProjectWorks::clearTenderLists(bool provisional, bool evaluated)
+{
+    if (provisional) {
+        for (QList<ZgjClHzItem*>& list : m_zbZgCl)
+            qDeleteAll(list);
+        m_zbZgCl.clear();
+        m_hasZbZgCl = false;
+    }
+    if (evaluated) {
+        qDeleteAll(m_zbXPsCl);
+        m_zbXPsCl.clear();
+        m_hasZbXPsCl = false;
+    }
+}
+
+bool ProjectWorks::SetGcZbZgCl(qint64 sjId, ZbZgClMap& materials)
+{
+    bool fits = sjId == m_id;
+    for (auto it = materials.cbegin(); fits && it != materials.cend(); ++it) {
+        ProTreeNode* node = nodeById(it.key().second);
+        fits = node && node->isUnitProject() && it.key().first == m_index;
+    }
+    if (!fits) {
+        for (QList<ZgjClHzItem*>& list : materials)
+            qDeleteAll(list);
+        materials.clear();
+        return false;
+    }
+    clearTenderLists(true, false);
+    for (auto it = materials.begin(); it != materials.end(); ++it)
+        m_zbZgCl[it.key().second] += it.value();
+    materials.clear();
+    m_hasZbZgCl = true;
+    m_changed = true;
+    return true;
+}
+
+bool ProjectWorks::GetDwZbZgCl(const DwKey& dwKey, QList<ZgjClHzItem*>& materials) const
+{
+    materials.clear();
+    if (!m_hasZbZgCl || dwKey.first != m_index)
+        return false;
+    materials = m_zbZgCl.value(dwKey.second);
+    return true;
+}
+
+bool ProjectWorks::SetGcZbXPsCl(qint64 sjId, QList<SjCqXPsClItem*>& materials)
+{
+    if (sjId != m_id) {
+        qDeleteAll(materials);
+        materials.clear();
+        return false;
+    }
+    clearTenderLists(false, true);
+    m_zbXPsCl = materials;
+    materials.clear();
+    m_hasZbXPsCl = true;
+    m_changed = true;
+    return true;
 }

@@ -4,6 +4,8 @@
 #include "ProTreeNode.h"
 
 #include <QHash>
+#include <QMap>
+#include <QPair>
 #include <QString>
 
 #include <memory>
@@ -54,7 +56,33 @@ public:
 
     ConfigOfConstruction* GetPriceModelConfig() { return &m_config; }
 
+    // The tender's lists, as read from a tender file (招标文件): per unit project the
+    // provisional-price materials it agrees, and the materials subject to evaluation.
+    // Keys are (project index, unit-project node id).
+    using DwKey = QPair<int, int>;
+    using ZbZgClMap = QMap<DwKey, QList<ZgjClHzItem*>>;
+    // Replaces the stored provisional list with the given one, taking every row over. Refused
+    // (rows deleted, stored list untouched) when sjId is not this project's id or a key is not
+    // one of its unit projects.
+    bool SetGcZbZgCl(qint64 sjId, ZbZgClMap& materials);
+    // The stored tender materials of one unit project (borrowed); false when the project
+    // holds no tender list.
+    bool GetDwZbZgCl(const DwKey& dwKey, QList<ZgjClHzItem*>& materials) const;
+    bool HasGcZbZgCl() const { return m_hasZbZgCl; }
+    // Replaces the stored evaluated-materials list, taking the rows over.
+    bool SetGcZbXPsCl(qint64 sjId, QList<SjCqXPsClItem*>& materials);
+    const QList<SjCqXPsClItem*>& GetGcZbXPsCl() const { return m_zbXPsCl; }
+    bool HasGcZbXPsCl() const { return m_hasZbXPsCl; }
+    // The tender file the lists were read from (its file name).
+    QString GetZbFileName() const { return m_zbFileName; }
+    void SetZbFileName(const QString& name) { m_zbFileName = name; }
+    // Read-only protection that also forbids reports and data output.
+    bool LockExport() const { return m_lockExport; }
+    void SetLockExport(bool locked) { m_lockExport = locked; }
+
 private:
+    void clearTenderLists(bool provisional, bool evaluated);
+
     qint64 m_id;
     QString m_name;
     int m_index = -1;
@@ -66,4 +94,10 @@ private:
     bool m_dqdZdSd = false;
     bool m_changed = false;
     ConfigOfConstruction m_config;
+    QHash<int, QList<ZgjClHzItem*>> m_zbZgCl;
+    QList<SjCqXPsClItem*> m_zbXPsCl;
+    bool m_hasZbZgCl = false;
+    bool m_hasZbXPsCl = false;
+    bool m_lockExport = false;
+    QString m_zbFileName;
 };

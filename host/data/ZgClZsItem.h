@@ -7,7 +7,9 @@
 #include <memory>
 
 // A node of a provisional-materials tree: a unit project (type 0) or one of its materials
-// (type 1). Nodes form a tree by id and parent id; a material node owns its material row.
+// (type 1). Nodes form a tree by id and parent id; a material node owns its material row,
+// which is in no table. The unit projects' settings and the tender's provisional list are
+// both shown as such trees.
 class ZgClZsItem
 {
 public:
@@ -21,9 +23,13 @@ public:
 
     QString GetZxGcName() const { return m_name; }
     void SetZxGcName(const QString& name) { m_name = name; }
-    // The project-tree node id of the unit project the node belongs to.
+    // The project-tree node id of the unit project the node belongs to; -1 when the node has
+    // not been fitted to the project.
     int GetNodeId() const { return m_nodeId; }
     void SetNodeId(int nodeId) { m_nodeId = nodeId; }
+    // The unit project's id in the tender file (unit-project nodes read from a file).
+    QString GetDwGcKey() const { return m_dwGcKey; }
+    void SetDwGcKey(const QString& key) { m_dwGcKey = key; }
 
     // The material of a material node (null for a unit-project node).
     ZgjClHzItem* GetZgjClHzItem() const { return m_material.get(); }
@@ -33,11 +39,24 @@ public:
             m_material = std::make_unique<ZgjClHzItem>();
         return m_material.get();
     }
-    // The material's own tender code in its unit project.
-    QString GetOwnZbBm() const { return m_ownZbBm; }
-    void SetOwnZbBm(const QString& code) { m_ownZbBm = code; }
+    // Takes the row over.
+    void SetZgjClHzItem(ZgjClHzItem* material) { m_material.reset(material); }
+    // The material's own tender code: as set, or else the material row's tender code (field 2).
+    QString GetOwnZbBm() const
+    {
+        if (m_hasOwnZbBm || !m_material)
+            return m_ownZbBm;
+        return m_material->getValue(2).toString().trimmed();
+    }
+    void SetOwnZbBm(const QString& code)
+    {
+        m_ownZbBm = code;
+        m_hasOwnZbBm = true;
+    }
 
-    // A mark the business service sets on a node (see the service that fills the tree).
+    // A mark the business service sets on a node: in the unit projects' settings, a setting
+    // that differs from another unit project; in the tender list, a tender material the unit
+    // project's own provisional list has.
     int GetFlag() const { return m_flag; }
     void SetFlag(int flag) { m_flag = flag; }
 
@@ -47,7 +66,9 @@ private:
     int m_type;
     int m_nodeId = -1;
     int m_flag = 0;
+    bool m_hasOwnZbBm = false;
     QString m_name;
     QString m_ownZbBm;
+    QString m_dwGcKey;
     std::unique_ptr<ZgjClHzItem> m_material;
 };

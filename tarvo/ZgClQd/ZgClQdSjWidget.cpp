@@ -1,6 +1,7 @@
 #include "ZgClQdSjWidget.h"
 
 #include "PopupDialog/CkDwGcZgSzDialog.h"
+#include "PopupDialog/CkZbZgClQdDialog.h"
 #include "PopupDialog/XHAndBMFactorDialog.h"
 #include "ZgClQdModel.h"
 #include "common/MaterialGridServiceOf.h"
@@ -75,6 +76,12 @@ ZgClQdSjWidget::ZgClQdSjWidget(AuditBusiness* audit, QWidget* parent)
     auto* model = new ZgClQdModel(this);
     model->setOperationKind(OperationKind::Summary);
     initMaterials(model, std::make_unique<Service>());
+
+    // "查看招标暂估材料": the tender's provisional list, over the page's project.
+    connect(this, &ZgClQdSjWidget::signalViewTenderList, this, [this] {
+        CkZbZgClQdDialog dialog(works(), this);
+        zTitleModal::ShowModal(&dialog);
+    });
 
     // The explanation panel takes the place of the shared grid's colour line.
     m_explanation = findChild<QLabel*>(QStringLiteral("legend"));

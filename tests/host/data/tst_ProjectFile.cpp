@@ -123,7 +123,7 @@ private slots:
         QTest::newRow("foreign sqlite")
             << QStringLiteral("foreign.tarvo") << QStringLiteral("不是本系统的工程文件");
         QTest::newRow("newer version")
-            << QStringLiteral("newer.tarvo") << QStringLiteral("版本为2");
+            << QStringLiteral("newer.tarvo") << QStringLiteral("版本为3");
         QTest::newRow("truncated")
             << QStringLiteral("truncated.tarvo") << QStringLiteral("文件已损坏");
         QTest::newRow("submitted version missing")
@@ -159,7 +159,7 @@ private slots:
             db.setDatabaseName(path(QStringLiteral("newer.tarvo")));
             QVERIFY(db.open());
             QSqlQuery(db).exec(
-                QStringLiteral("UPDATE meta SET value='2' WHERE key='schema_version'"));
+                QStringLiteral("UPDATE meta SET value='3' WHERE key='schema_version'"));
             db.close();
         }
         QSqlDatabase::removeDatabase(QStringLiteral("newer"));

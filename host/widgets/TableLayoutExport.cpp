@@ -1,0 +1,96 @@
+#include "TableLayoutExport.h"
+
+#include "LibXLExcel.h"
+#include "LibXLExcelSheet.h"
+#include "pixelToPoints.h"
+
+#include <QFileInfo>
+#include <QJsonArray>
+
+namespace {
+
+ExcelFont fontOf(const QJsonObject& o)
+{
+    ExcelFont font;
+    font.family = o.value(QStringLiteral("family")).toString();
+    font.pointSize = o.value(QStringLiteral("font-size")).toDouble();
+    font.bold = o.value(QStringLiteral("bold")).toBool();
+    font.italic = o.value(QStringLiteral("italic")).toBool();
+    return font;
+}
+
+} // namespace
+
+int TableLayoutExport::BookKindFor(const QString& path)
+{
+    return QFileInfo(path).suffix() == QLatin1String("xls") ? LibXLExcel::BookXls
+                                                            : LibXLExcel::BookXlsx;
+}
+
+double TableLayoutExport::ColumnWidth(int pixels)
+{
+    return pixels > 5 ? (pixels - 5) / 7.0 : 1.0;
+}
+
+bool TableLayoutExport::Fill(const QJsonObject& layout, LibXLExcel& book, double screenFactor,
+                             QString* error)
+{
+    LibXLExcelSheet* sheet = book.AddSheet(QStringLiteral("Sheet1"));
+    if (!sheet) {
+        if (error)
+            *error = book.ErrorMessage();
+        return false;
+    }
+    const QJsonObject header = layout.value(QStringLiteral("header")).toObject();
+    const QJsonArray columns = header.value(QStringLiteral("Columns")).toArray();
+    const ExcelFont headerFont = fontOf(header.value(QStringLiteral("font")).toObject());
+    const int headerAlignment = int(Qt::AlignCenter);
+    QVector<QString> keys;
+    keys.reserve(columns.size());
+    bool ok = true;
+    for (int position = 0; position < columns.size(); ++position) {
+        const QJsonObject c = columns.at(position).toObject();
+        keys << QString::number(c.value(QStringLiteral("column")).toInt());
+        ok = ok && sheet->WriteStr(1, position, c.value(QStringLiteral("name")).toString(),
+                                   headerFont, headerAlignment);
+        const double width = ColumnWidth(c.value(QStringLiteral("width")).toInt());
+        ok = ok && sheet->SetCol(position, position, width);
+    }
+    ok = ok && sheet->SetRow(
+                   1, pixelToPoints(header.value(QStringLiteral("height")).toInt(), screenFactor));
+    const QJsonArray rows = layout.value(QStringLiteral("Table")).toArray();
+    const QString fontSuffix = QStringLiteral("-font");
+    const QString alignmentSuffix = QStringLiteral("-alignment");
+    for (const QJsonValue& value : rows) {
+        if (!ok)
+            break;
+        const QJsonObject row = value.toObject();
+        const int sheetRow = row.value(QStringLiteral("row")).toInt() + 2;
+        for (int position = 0; ok && position < keys.size(); ++position) {
+            const QString& key = keys.at(position);
+            ok = sheet->WriteStr(sheetRow, position, row.value(key).toString(),
+                                 fontOf(row.value(key + fontSuffix).toObject()),
+                                 row.value(key + alignmentSuffix).toInt());
+        }
+        ok = ok &&
+             sheet->SetRow(sheetRow, pixelToPoints(row.value(QStringLiteral("rowHeight")).toInt(),
+                                                   screenFactor));
+    }
+    if (!ok && error)
+        *error = book.ErrorMessage();
+    return ok;
+}
+
+bool TableLayoutExport::Save(const QJsonObject& layout, const QString& path, double screenFactor,
+                             QString* error)
+{
+    LibXLExcel book(BookKindFor(path));
+    if (!Fill(layout, book, screenFactor, error))
+        return false;
+    if (!book.Save(path)) {
+        if (error)
+            *error = book.ErrorMessage();
+        return false;
+    }
+    return true;
+}

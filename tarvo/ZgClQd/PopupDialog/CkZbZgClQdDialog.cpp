@@ -1,0 +1,221 @@
+#include "CkZbZgClQdDialog.h"
+
+#include "CkZbZgClQdModel.h"
+
+#include "TarvoGuard.h"
+
+#include "CJZZgclBusinessYN.h"
+#include "ZgClQdBusiness.h"
+
+#include "DataManagement.h"
+#include "TableLayout.h"
+#include "TableLayoutExport.h"
+#include "ZgClZsItem.h"
+#include "zFileDialog.h"
+#include "zMessageBox.h"
+
+#include <QDebug>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QMenu>
+#include <QPushButton>
+#include <QScreen>
+#include <QTableView>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#define CKZB_GUARD(function) TARVO_GUARD("ZgClQd\\PopupDialog\\CkZbZgClQdDialog", function)
+
+QString CkZbZgClQdDialog::s_lastDir;
+
+namespace {
+
+double resolutionRatio()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen ? qMax(1.0, screen->logicalDotsPerInch() / 96.0) : 1.0;
+}
+
+} // namespace
+
+CkZbZgClQdDialog::CkZbZgClQdDialog(ConstructionWorks* works, QWidget* parent)
+    : QDialog(parent), m_works(works), m_model(new CkZbZgClQdModel(this)),
+      m_view(new QTableView(this)), m_import(new QToolButton(this)),
+      m_export(new QPushButton(QStringLiteral("导出招标文件约定的暂估清单"), this))
+{
+    setObjectName(QStringLiteral("CkZbZgClQdDialog"));
+    setWindowTitle(QStringLiteral("查看招标文件约定的暂估清单"));
+    const double ratio = resolutionRatio();
+    resize(qRound(1000 * ratio), qRound(600 * ratio));
+
+    m_view->setObjectName(QStringLiteral("tableView"));
+    m_view->setModel(m_model);
+    m_view->setFont(QFont(QStringLiteral("SimSun"), 9));
+    m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_view->verticalHeader()->setDefaultSectionSize(qRound(24 * ratio));
+    const int widths[] = {150, 160, 160, 90, 90, 80, 80, 60, 90};
+    for (int c = 0; c < CkZbZgClQdModel::eColumnCount; ++c)
+        m_view->setColumnWidth(c, qRound(widths[c] * ratio));
+
+    m_import->setObjectName(QStringLiteral("btnImport"));
+    m_import->setText(QStringLiteral("导入招标文件约定的暂估清单"));
+    m_import->setPopupMode(QToolButton::InstantPopup);
+    m_import->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    auto* menu = new QMenu(m_import);
+    connect(menu->addAction(QStringLiteral("从CJZ文件中载入")), &QAction::triggered, this,
+            &CkZbZgClQdDialog::slotImportCJZClicked);
+    connect(menu->addAction(QStringLiteral("从YFJZ文件中载入")), &QAction::triggered, this,
+            &CkZbZgClQdDialog::slotImportCJZClicked_YN);
+    m_import->setMenu(menu);
+    m_export->setObjectName(QStringLiteral("btnExport"));
+    connect(m_export, &QPushButton::clicked, this, &CkZbZgClQdDialog::slotExportBtnClicked);
+    auto* close = new QPushButton(QStringLiteral("关闭"), this);
+    connect(close, &QPushButton::clicked, this, &QDialog::reject);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(m_import);
+    buttons->addWidget(m_export);
+    buttons->addStretch(1);
+    buttons->addWidget(close);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(buttons);
+    layout->addWidget(m_view, 1);
+
+    CKZB_GUARD("CkZbZgClQdDialog::CkZbZgClQdDialog")
+    {
+        reload();
+    };
+}
+
+CkZbZgClQdDialog::~CkZbZgClQdDialog()
+{
+    m_model->setNodes({});
+    clearNodes();
+}
+
+void CkZbZgClQdDialog::clearNodes()
+{
+    qDeleteAll(m_nodes);
+    m_nodes.clear();
+}
+
+void CkZbZgClQdDialog::reload()
+{
+    m_model->setNodes({});
+    clearNodes();
+    ProjectWorks* project = m_works ? m_works->getOwner() : nullptr;
+    if (project)
+        ZgClQdBusiness::GetGcZbZgClTreeList(project->GetSjId(), m_works->getAuditId(), m_nodes);
+    m_model->setNodes(m_nodes, m_works ? m_works->getJfszTable() : nullptr);
+}
+
+QString CkZbZgClQdDialog::askFile(const QString& filter)
+{
+    const QString path = zFileDialog::getOpenFileName(
+        this, QStringLiteral("导入招标文件约定的暂估清单"), s_lastDir, filter);
+    if (!path.isEmpty())
+        s_lastDir = QFileInfo(path).absolutePath();
+    return path;
+}
+
+void CkZbZgClQdDialog::importFile(const QString& path)
+{
+    ProjectWorks* project = m_works ? m_works->getOwner() : nullptr;
+    if (!project)
+        return;
+    DataManagement* data = DataManagement::getInstance();
+    const QList<ProTreeNode*> nodes = data->GetProTreeNodeListInOrder(project->projectIndex());
+    ConstructionWorks* construction = project->GetConstructionWorksNode();
+
+    CJZZgclBusinessYN reader;
+    CJZZgclBusinessYN::DwClMap materials;
+    if (!reader.LoadDwgcZgclData(path, nodes, materials, true)) {
+        showInformation(this, QStringLiteral("操作提示"), reader.LastError());
+        return;
+    }
+    QList<ZgClZsItem*> read;
+    reader.GetGcZbZgClTreeList(project->GetSjId(), m_works->getAuditId(), read, materials);
+    if (read.isEmpty()) {
+        showInformation(this, QStringLiteral("操作提示"),
+                        QStringLiteral("导入的招标文件工程树结构与当前工程不一致，请重新选择"));
+        return;
+    }
+    QMap<int, ProTreeNode*> dwMap;
+    ProjectWorks::ZbZgClMap stored;
+    const bool mapped = ZgClQdBusiness::AquireZbZgClMap(read, construction, dwMap) &&
+                        ZgClQdBusiness::AquireGcZbZgClFromCJZRes(read, dwMap, stored);
+    qDeleteAll(read);
+    if (!mapped || !project->SetGcZbZgCl(project->GetSjId(), stored)) {
+        showInformation(this, QStringLiteral("操作提示"),
+                        QStringLiteral("导入的招标文件工程树结构与当前工程不一致，请重新选择"));
+        return;
+    }
+    project->SetZbFileName(QFileInfo(path).fileName());
+    // A file with an evaluated-materials list brings it along.
+    if (!reader.Document().evaluated.isEmpty()) {
+        QList<SjCqXPsClItem*> evaluated = reader.TakeGcZbXPsClList();
+        project->SetGcZbXPsCl(project->GetSjId(), evaluated);
+    }
+}
+
+void CkZbZgClQdDialog::slotImportCJZClicked()
+{
+    CKZB_GUARD("CkZbZgClQdDialog::slotImportCJZClicked")
+    {
+        const QString path =
+            askFile(QStringLiteral("四川省建设工程造价电子数据标准 (*.cjz *.CJZ)"));
+        if (path.isEmpty())
+            return;
+        importFile(path);
+        reload();
+    };
+}
+
+void CkZbZgClQdDialog::slotImportCJZClicked_YN()
+{
+    CKZB_GUARD("CkZbZgClQdDialog::slotImportCJZClicked_YN")
+    {
+        const QString path = askFile(QStringLiteral("数据接口文件 (*.YFJZ)"));
+        if (path.isEmpty())
+            return;
+        importFile(path);
+        reload();
+    };
+}
+
+void CkZbZgClQdDialog::slotExportBtnClicked()
+{
+    CKZB_GUARD("CkZbZgClQdDialog::slotExportBtnClicked")
+    {
+        ProjectWorks* project = m_works ? m_works->getOwner() : nullptr;
+        if (project && project->LockExport()) {
+            showInformation(
+                this, QStringLiteral("提示"),
+                QStringLiteral("当前工程只读保护设置中不允许报表及接口输出，不支持导出。"));
+            return;
+        }
+        if (m_model->materialCount() == 0) {
+            showInformation(this, QStringLiteral("提示"),
+                            QStringLiteral("当前表内无招标暂估材料数据"));
+            return;
+        }
+        QString path =
+            zFileDialog::getSaveFileName(this, QStringLiteral("导出为招标暂估材料清单"), s_lastDir,
+                                         QStringLiteral("xlsx (*.xlsx);;xls (*.xls)"));
+        if (path.isEmpty())
+            return;
+        if (QFileInfo(path).suffix().isEmpty())
+            path += QStringLiteral(".xlsx");
+        s_lastDir = QFileInfo(path).absolutePath();
+        QString error;
+        const bool saved =
+            TableLayoutExport::Save(TableLayout::Describe(m_view), path, resolutionRatio(), &error);
+        if (!saved)
+            qDebug() << "export failed:" << error;
+        showInformation(this, QStringLiteral("提示"),
+                        saved ? QStringLiteral("保存完毕！") : QStringLiteral("导出失败！"));
+    };
+}

@@ -1,0 +1,94 @@
+#include "SampleTender.h"
+
+#include "ProjectWorks.h"
+#include "TenderDocument.h"
+#include "TenderExchange.h"
+
+#include <cmath>
+
+namespace {
+
+// Materials the tenderer names that no unit project of the bid uses.
+const char* const kTenderOnly[][5] = {
+    {"铝单板", "2.5mm 氟碳喷涂", "m2", "285", "优等品"},
+    {"不锈钢栏杆", "304 φ50", "m", "320", "一级品"},
+    {"甲级防火门", "FM甲1221", "樘", "1850", "合格品"},
+};
+
+QString otherSpelling(QString spec)
+{
+    // The way another estimator types the same specification.
+    spec.replace(QChar(0x00D7), QLatin1Char('*'));    // ×
+    spec.replace(QChar(0x03A6), QStringLiteral("Ф")); // Greek Phi as Cyrillic Ef
+    spec.replace(QLatin1Char(' '), QString());
+    return spec;
+}
+
+} // namespace
+
+TenderDocument BuildSampleTender(ProjectWorks* sample, bool fitting)
+{
+    TenderDocument d = TenderExchange::FromProject(sample, TenderDocument::KindTender);
+    d.standard = QStringLiteral("Tarvo招投标数据交换文件");
+    d.tenderer = QStringLiteral("成都市某学校");
+    d.date = QStringLiteral("2026-05-01");
+    d.tool = QStringLiteral("Tarvo");
+    d.toolVersion = QStringLiteral("0.1");
+    // The tenderer's own project: its ids mean nothing in the bidder's project.
+    d.projectId = QStringLiteral("ZB-2026-0315");
+    int unitNo = 0;
+    for (int s = 0; s < d.singles.size(); ++s) {
+        TenderSingleProject& single = d.singles[s];
+        single.id = QStringLiteral("DX-%1").arg(s + 1, 2, 10, QLatin1Char('0'));
+        for (TenderUnitProject& unit : single.units) {
+            ++unitNo;
+            unit.id = QStringLiteral("DW-%1").arg(unitNo, 2, 10, QLatin1Char('0'));
+            QVector<TenderMaterial> list;
+            int n = 0;
+            for (int i = 0; i < unit.provisional.size(); ++i) {
+                TenderMaterial m = unit.provisional.at(i);
+                if (i % 4 == 3)
+                    continue; // a bid material the tender does not list
+                if (i % 3 == 1)
+                    m.spec = otherSpelling(m.spec);
+                m.code = QStringLiteral("%1%2")
+                             .arg(unitNo, 2, 10, QLatin1Char('0'))
+                             .arg(++n, 3, 10, QLatin1Char('0'));
+                m.code.prepend(QStringLiteral("ZG"));
+                m.quantity.reset();
+                m.amount.reset();
+                m.price = std::round(m.price.value_or(0));
+                m.grade = i % 2 ? QStringLiteral("合格品") : QStringLiteral("优等品");
+                m.remark = QStringLiteral("暂估价含运至施工现场费用");
+                list << m;
+            }
+            for (const auto& extra : kTenderOnly) {
+                TenderMaterial m;
+                m.code = QStringLiteral("ZG%1%2")
+                             .arg(unitNo, 2, 10, QLatin1Char('0'))
+                             .arg(++n, 3, 10, QLatin1Char('0'));
+                m.name = QString::fromUtf8(extra[0]);
+                m.spec = QString::fromUtf8(extra[1]);
+                m.unit = QString::fromUtf8(extra[2]);
+                m.price = QString::fromLatin1(extra[3]).toDouble();
+                m.grade = QString::fromUtf8(extra[4]);
+                list << m;
+            }
+            if (unitNo == 1 && list.size() > 2)
+                list[2].code.clear(); // the tenderer forgot one code
+            unit.provisional = list;
+            unit.provisionalTotal.reset();
+        }
+    }
+    d.provisionalTotal.reset();
+    if (!fitting) {
+        // Another project's tree: a unit project renamed, and one more.
+        TenderSingleProject& last = d.singles.last();
+        last.units.last().name = QStringLiteral("智能化工程");
+        TenderUnitProject outdoor;
+        outdoor.id = QStringLiteral("DW-99");
+        outdoor.name = QStringLiteral("室外配套工程");
+        last.units << outdoor;
+    }
+    return d;
+}
