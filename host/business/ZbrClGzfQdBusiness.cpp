@@ -1,4 +1,5 @@
 #include "ZbrClGzfQdBusiness.h"
+#include "UnitProjectCalc.h"
 
 #include "MaterialSummary.h"
 #include "ProgressSink.h"
@@ -24,6 +25,7 @@ int inconsistency(const BaseDataItem* item)
 void ZbrClGzfQdBusiness::CalGzfQdTable(ConstructionWorks* works)
 {
     TableOps::calculateMaterialList(listOf(works));
+    UnitProjectCalc::RecalculateOwner(listOf(works));
 }
 
 void ZbrClGzfQdBusiness::CalculateZbrClItemHJ(BaseDataItem* item)
@@ -107,6 +109,7 @@ void ZbrClGzfQdBusiness::summarise(ConstructionWorks* works, bool provisionalOnl
     total->loadValue(3, QStringLiteral("合计"));
     table->BaseDataItemAppend(total);
     TableOps::calculateMaterialList(table);
+    UnitProjectCalc::RecalculateOwner(table);
     if (progress)
         progress->setValue(100);
 }
@@ -140,6 +143,7 @@ void ZbrClGzfQdBusiness::refresh(ConstructionWorks* works, bool provisionalOnly,
         item->setValue(MaterialSummary::InconsistencyField, it->flags);
     }
     TableOps::calculateMaterialList(table);
+    UnitProjectCalc::RecalculateOwner(table);
     if (progress)
         progress->setValue(100);
 }

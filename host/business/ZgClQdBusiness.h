@@ -1,6 +1,7 @@
 #pragma once
 
 #include "MaterialListBusiness.h"
+#include "UnitProjectCalc.h"
 
 #include "ZgjClHzTable.h"
 
@@ -11,5 +12,6 @@ public:
     static void CalculateZgjClHzTable(ConstructionWorks*, ZgjClHzTable* table)
     {
         TableOps::calculateMaterialList(table);
+        UnitProjectCalc::RecalculateOwner(table);
     }
 };

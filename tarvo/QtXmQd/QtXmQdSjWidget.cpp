@@ -22,7 +22,10 @@
 
 #include <QAction>
 #include <QDebug>
+#include <QKeyEvent>
+#include <QMainWindow>
 #include <QMenu>
+#include <QStatusBar>
 #include <QTimer>
 
 #include <cmath>
@@ -50,6 +53,7 @@ QtXmQdSjWidget::QtXmQdSjWidget(AuditBusiness* audit, QWidget* parent)
                 // Out of the editor's event handling before the dialog runs.
                 QTimer::singleShot(0, this, [this, row] { EditFormula(row); });
             });
+    view()->installEventFilter(this);
     view()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(view(), &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
         QMenu menu(this);
@@ -216,6 +220,30 @@ QString QtXmQdSjWidget::AmountReminderText()
                           "请不要在此计列，以免重复计算。");
 }
 
+QString QtXmQdSjWidget::CalculatedCellHint()
+{
+    return QStringLiteral(
+        "该金额由计算公式得出，不能直接键入；请双击单元格或使用“编辑公式”修改公式");
+}
+
+bool QtXmQdSjWidget::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == view() && event->type() == QEvent::KeyPress) {
+        auto* key = static_cast<QKeyEvent*>(event);
+        const QModelIndex current = view()->currentIndex();
+        // Only typed text: F2, Enter and moving keys keep their meaning.
+        if (!key->text().isEmpty() && key->text().at(0).isPrint() && current.isValid() &&
+            current.data(Qtitan::EditorRole).isValid() &&
+            !view()->isPersistentEditorOpen(current)) {
+            if (auto* window =
+                    qobject_cast<QMainWindow*>(Communication::GetInstance()->GetMainWindow()))
+                window->statusBar()->showMessage(CalculatedCellHint(), 6000);
+            return true;
+        }
+    }
+    return BillSjWidget::eventFilter(watched, event);
+}
+
 void QtXmQdSjWidget::AmountReminder(int row)
 {
     // Provisional prices of materials are part of the unit rates already.
@@ -240,6 +268,7 @@ void QtXmQdSjWidget::EditFormula(int row)
                                                                                 unit->getNodeId()));
         const QString before = XmBjHzbBusiness::GetPureFormulaFromJss(item->getValue(3).toString());
         dialog.SetFormula(before);
+        dialog.SetRow(row);
         if (zTitleModal::ShowModal(&dialog) != 0 || row < 0)
             return;
         const QString formula = dialog.GetFormula();
