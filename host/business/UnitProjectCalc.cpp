@@ -380,22 +380,25 @@ private:
         }
     }
 
-    // The rows of a list whose names match a variable's line.
-    QVector<int> linesOf(const GeneralTableBase* table, const QString& name, int kind) const
+    // The rows of a list whose names match a variable's line (kind -1: any row but a total).
+    QVector<int> linesOf(const GeneralTableBase* table, const QString& name, int kind)
     {
         QVector<int> rows;
         if (!table)
             return rows;
-        const QString key = lineKey(name);
-        for (int i = 0; i < table->count(); ++i) {
-            const BaseDataItem* item = table->at(i);
-            const bool kindOk =
-                kind >= 0 ? item->getKind() == kind : item->getKind() != QtXmQdJJjbBusiness::Total;
-            if (kindOk && lineKey(item->getValue(2).toString()) == key)
+        QHash<QString, QVector<int>>& keys = table == other ? otherKeys : feeKeys;
+        if (keys.isEmpty())
+            for (int i = 0; i < table->count(); ++i)
+                keys[lineKey(table->at(i)->getValue(2).toString())] << i;
+        for (int i : keys.value(lineKey(name))) {
+            const int rowKind = table->at(i)->getKind();
+            if (kind >= 0 ? rowKind == kind : rowKind != QtXmQdJJjbBusiness::Total)
                 rows << i;
         }
         return rows;
     }
+    QHash<QString, QVector<int>> otherKeys;
+    QHash<QString, QVector<int>> feeKeys;
 
     void addVariable(const FyBlBusiness::Definition& d)
     {

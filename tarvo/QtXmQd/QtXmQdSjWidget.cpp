@@ -14,6 +14,7 @@
 #include "JsMsBusiness.h"
 #include "MsgExplain.h"
 #include "QtXmQdJJjbBusiness.h"
+#include "VXBaseEditor.h"
 #include "XmBjHzbBusiness.h"
 #include "XtBlBusiness.h"
 #include "zMessageBox.h"
@@ -233,8 +234,7 @@ bool QtXmQdSjWidget::eventFilter(QObject* watched, QEvent* event)
         const QModelIndex current = view()->currentIndex();
         // Only typed text: F2, Enter and moving keys keep their meaning.
         if (!key->text().isEmpty() && key->text().at(0).isPrint() && current.isValid() &&
-            current.data(Qtitan::EditorRole).isValid() &&
-            !view()->isPersistentEditorOpen(current)) {
+            current.data(Qtitan::EditorRole).isValid()) {
             if (auto* window =
                     qobject_cast<QMainWindow*>(Communication::GetInstance()->GetMainWindow()))
                 window->statusBar()->showMessage(CalculatedCellHint(), 6000);
