@@ -91,8 +91,8 @@ private slots:
     {
         QString out;
         QString error;
-        QVERIFY(NumberInput::Normalise(QStringLiteral("其他项目专业工程暂估价 × 1.5％ + 1,000"), out,
-                                       error));
+        QVERIFY(NumberInput::Normalise(QStringLiteral("其他项目专业工程暂估价 × 1.5％ + 1,000"),
+                                       out, error));
         QCOMPARE(out, QStringLiteral("其他项目专业工程暂估价*(1.5/100)+1000"));
         // Digits inside a name stay part of the name, and a comma there is no grouping.
         QVERIFY(NumberInput::Normalise(QStringLiteral("a12*2"), out, error));
