@@ -105,6 +105,10 @@ void fillFeeVariables(ConstructionWorks* works, double divisional, double measur
     auto set = [&](const char* name, double value) {
         fyBl->setValue(works, QString::fromUtf8(name), std::round(value * 100) / 100);
     };
+    // Rates are fractions and keep their digits.
+    auto setRate = [&](const char* name, double value) {
+        fyBl->setValue(works, QString::fromUtf8(name), value);
+    };
     const double d = divisional;
     set("分部分项工程费", d);
     set("分部分项人工费", d * 0.22);
@@ -144,7 +148,7 @@ void fillFeeVariables(ConstructionWorks* works, double divisional, double measur
     for (const auto& item : lumpSum) {
         const double value = std::round(d * item.rate * 100) / 100;
         set(item.name, value);
-        set(item.rateName, item.rate);
+        setRate(item.rateName, item.rate);
         lump += value;
     }
     const double safety = std::round(d * 0.0285 * 100) / 100;
@@ -162,13 +166,13 @@ void fillFeeVariables(ConstructionWorks* works, double divisional, double measur
     set("施工排水降水费", unitRate * 0.03);
     set("单价措施人工费", unitRate * 0.30);
     set("总价措施人工费", m * 0.30 - unitRate * 0.30);
-    set("管理费费率", 0.0825);
-    set("利润率", 0.065);
+    setRate("管理费费率", 0.0825);
+    setRate("利润率", 0.065);
     set("建筑面积", area);
     set("签证索赔项目签证费用", 0);
     set("签证索赔项目索赔费用", 0);
-    set("工程定额测定费费率", 0.0014);
-    set("税金费率", general ? 0.09 : 0.03);
+    setRate("工程定额测定费费率", 0.0014);
+    setRate("税金费率", general ? 0.09 : 0.03);
     works->setXtBl(10, general ? QStringLiteral("9%") : QStringLiteral("3%"));
 }
 
