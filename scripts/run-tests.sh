@@ -6,3 +6,8 @@ source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 bash "$ROOT/scripts/check-format.sh"
 cd "$BUILD_DIR"
 QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j"$(nproc)"
+
+# TARVO_ASAN=1 also builds the asan preset and runs the whole suite under it.
+if [ "${TARVO_ASAN:-0}" = "1" ]; then
+    bash "$ROOT/scripts/run-asan-tests.sh"
+fi

@@ -4,6 +4,7 @@
 #include "MainWindow.h"
 #include "ModuleHost.h"
 
+#include "InteractionSeam.h"
 #include "ProjectWorks.h"
 #include "zBatMessage.h"
 
@@ -37,11 +38,29 @@ int main(int argc, char** argv)
     // This instance on the message bus between running workbenches ("AppId", "BatUtil").
     zBatMessage::Instance()->installIntoApplication();
 
+    // Without a user nothing may wait on a modal box: every box is written to standard error
+    // instead, and a warning or an error ends the run with a failure status.
+    const bool unattended = parser.isSet(shots);
+    bool failed = false;
+    if (unattended) {
+        InteractionSeam::setScripted(true);
+        InteractionSeam::setShownHook([&failed](const InteractionSeam::Shown& shown) {
+            if (shown.kind == QLatin1String("progress"))
+                return;
+            std::fprintf(stderr, "%s: %s: %s\n", qPrintable(shown.kind), qPrintable(shown.title),
+                         qPrintable(shown.text));
+            if (shown.kind == QLatin1String("warning") || shown.kind == QLatin1String("critical"))
+                failed = true;
+        });
+    }
+
     MainWindow window;
-    window.loadModule(parser.isSet(module) ? parser.value(module)
-                                           : ModuleHost::defaultLibraryPath());
+    const bool loaded = window.loadModule(parser.isSet(module) ? parser.value(module)
+                                                               : ModuleHost::defaultLibraryPath());
     const QString project = parser.positionalArguments().value(0, MainWindow::samplePath());
-    window.openProject(project);
+    const bool opened = window.openProject(project);
+    if (unattended && (!loaded || !opened || failed))
+        return 2;
     window.show();
 
     if (parser.isSet(shots)) {
@@ -57,7 +76,7 @@ int main(int argc, char** argv)
         const QStringList files = window.takeScreenshots(parser.value(shots), node);
         for (const QString& file : files)
             std::printf("%s\n", qPrintable(file));
-        return files.size() == 6 ? 0 : 1;
+        return files.size() == 6 && !failed ? 0 : 1;
     }
     return app.exec();
 }

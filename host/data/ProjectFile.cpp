@@ -1,6 +1,7 @@
 #include "ProjectFile.h"
 
 #include "ProjectWorks.h"
+#include "VariantStream.h"
 
 #include <QDataStream>
 #include <QFile>
@@ -15,26 +16,154 @@
 
 #include <cstdio>
 #include <cstring>
+#include <limits>
 #include <unistd.h>
 
 namespace {
 
 enum FieldType : quint8 { Double = 1, Integer = 2, Text = 3, Boolean = 4, Other = 5 };
 
-const char* const kSchema[] = {
-    "CREATE TABLE meta(key TEXT PRIMARY KEY, value TEXT)",
-    "CREATE TABLE project(id INTEGER, name TEXT, read_only INTEGER, bid_locked INTEGER, config "
-    "BLOB)",
-    "CREATE TABLE node(id INTEGER PRIMARY KEY, parent_id INTEGER, type INTEGER, name TEXT, ord "
-    "INTEGER,"
-    " submitted INTEGER)",
-    "CREATE TABLE works(node_id INTEGER, audit INTEGER, name TEXT, xtbl BLOB, config BLOB,"
-    " PRIMARY KEY(node_id, audit))",
-    "CREATE TABLE list(node_id INTEGER, audit INTEGER, table_type INTEGER, locked INTEGER,"
-    " PRIMARY KEY(node_id, audit, table_type))",
-    "CREATE TABLE row(node_id INTEGER, audit INTEGER, table_type INTEGER, ord INTEGER, kind "
-    "INTEGER,"
-    " block INTEGER, height INTEGER, note TEXT, fields BLOB)",
+// The tables of a project file. Opening checks that each is a table with exactly these columns
+// in this order; saving creates them from the same list. A new table is one more entry.
+struct TableLayout
+{
+    const char* name;
+    const char* columns;
+    const char* key; // PRIMARY KEY columns, or null
+};
+
+const TableLayout kTables[] = {
+    {"meta", "key TEXT PRIMARY KEY, value TEXT", nullptr},
+    {"project", "id INTEGER, name TEXT, read_only INTEGER, bid_locked INTEGER, config BLOB",
+     nullptr},
+    {"node",
+     "id INTEGER PRIMARY KEY, parent_id INTEGER, type INTEGER, name TEXT, ord INTEGER, "
+     "submitted INTEGER",
+     nullptr},
+    {"works", "node_id INTEGER, audit INTEGER, name TEXT, xtbl BLOB, config BLOB",
+     "node_id, audit"},
+    {"list", "node_id INTEGER, audit INTEGER, table_type INTEGER, locked INTEGER",
+     "node_id, audit, table_type"},
+    {"row",
+     "node_id INTEGER, audit INTEGER, table_type INTEGER, ord INTEGER, kind INTEGER, "
+     "block INTEGER, height INTEGER, note TEXT, fields BLOB",
+     nullptr},
+};
+
+QString createStatement(const TableLayout& table)
+{
+    QString sql = QStringLiteral("CREATE TABLE %1(%2")
+                      .arg(QLatin1String(table.name), QLatin1String(table.columns));
+    if (table.key)
+        sql += QStringLiteral(", PRIMARY KEY(%1)").arg(QLatin1String(table.key));
+    return sql + QLatin1Char(')');
+}
+
+QStringList columnNames(const TableLayout& table)
+{
+    QStringList names;
+    for (const QString& column : QString::fromLatin1(table.columns).split(QLatin1Char(',')))
+        names << column.trimmed().section(QLatin1Char(' '), 0, 0);
+    return names;
+}
+
+// Whether `table` is a plain table of exactly the expected columns. A view or a virtual table
+// under an expected name could run anything when read, so it is refused before any reading.
+bool checkLayout(const QSqlDatabase& db, const TableLayout& table, QString* problem)
+{
+    const QString name = QLatin1String(table.name);
+    QSqlQuery q(db);
+    q.prepare(QStringLiteral("SELECT type, sql FROM sqlite_master WHERE name = ? COLLATE NOCASE"));
+    q.addBindValue(name);
+    if (!q.exec() || !q.next()) {
+        *problem = QStringLiteral("缺少数据表“%1”").arg(name);
+        return false;
+    }
+    if (q.value(0).toString() != QLatin1String("table") ||
+        q.value(1).toString().startsWith(QLatin1String("CREATE VIRTUAL"), Qt::CaseInsensitive)) {
+        *problem = QStringLiteral("“%1”不是普通数据表").arg(name);
+        return false;
+    }
+    QStringList present;
+    if (!q.exec(QStringLiteral("PRAGMA table_info(\"%1\")").arg(name))) {
+        *problem = QStringLiteral("数据表“%1”的结构无法读取").arg(name);
+        return false;
+    }
+    while (q.next())
+        present << q.value(1).toString();
+    if (present != columnNames(table)) {
+        *problem = QStringLiteral("数据表“%1”的列（%2）与本程序不符")
+                       .arg(name, present.join(QStringLiteral("、")));
+        return false;
+    }
+    return true;
+}
+
+// Typed reads of one result row. SQLite keeps whatever type a value was written with, so a
+// column of the wrong type or out of range is named with its table and row, never coerced.
+class RowCheck
+{
+public:
+    RowCheck(const char* table, const QSqlQuery& query)
+        : m_table(QLatin1String(table)), m_query(query), m_rowid(query.value(0).toLongLong())
+    {
+    }
+
+    bool ok() const { return m_problem.isEmpty(); }
+    QString problem() const { return m_problem; }
+    QString wrong(const QString& reason) const
+    {
+        return QStringLiteral("数据表“%1”第%2行：%3").arg(m_table).arg(m_rowid).arg(reason);
+    }
+
+    qint64 integer(int column, const char* name, qint64 min, qint64 max)
+    {
+        const QVariant v = m_query.value(column);
+        if (v.userType() != QMetaType::LongLong && v.userType() != QMetaType::Int)
+            return refuse(name, v), 0;
+        const qint64 n = v.toLongLong();
+        if (n < min || n > max)
+            return refuse(name, v), 0;
+        return n;
+    }
+    bool flag(int column, const char* name) { return integer(column, name, 0, 1) != 0; }
+    QString text(int column, const char* name)
+    {
+        const QVariant v = m_query.value(column);
+        if (!v.isNull() && v.userType() != QMetaType::QString)
+            return refuse(name, v), QString();
+        return v.toString();
+    }
+    QByteArray blob(int column, const char* name)
+    {
+        const QVariant v = m_query.value(column);
+        if (!v.isNull() && v.userType() != QMetaType::QByteArray)
+            return refuse(name, v), QByteArray();
+        return v.toByteArray();
+    }
+    QMap<int, QVariant> intMap(int column, const char* name)
+    {
+        QMap<int, QVariant> map;
+        QString why;
+        const QByteArray bytes = blob(column, name);
+        if (ok() && !VariantStream::readIntMap(bytes, &map, &why) && m_problem.isEmpty())
+            m_problem = wrong(QStringLiteral("列“%1”无法解读：%2").arg(QLatin1String(name), why));
+        return map;
+    }
+
+private:
+    void refuse(const char* name, const QVariant& v)
+    {
+        if (!m_problem.isEmpty())
+            return;
+        QString shown = v.isNull() ? QStringLiteral("空值") : v.toString().left(40);
+        m_problem = wrong(QStringLiteral("列“%1”的值“%2”无效").arg(QLatin1String(name), shown));
+    }
+
+    QString m_table;
+    const QSqlQuery& m_query;
+    qint64 m_rowid;
+    QString m_problem;
 };
 
 QByteArray encodeMap(const QMap<int, QVariant>& map)
@@ -44,15 +173,6 @@ QByteArray encodeMap(const QMap<int, QVariant>& map)
     out.setVersion(QDataStream::Qt_5_15);
     out << map;
     return bytes;
-}
-
-QMap<int, QVariant> decodeMap(const QByteArray& bytes)
-{
-    QMap<int, QVariant> map;
-    QDataStream in(bytes);
-    in.setVersion(QDataStream::Qt_5_15);
-    in >> map;
-    return map;
 }
 
 // One database connection with a unique name, removed when done.
@@ -169,14 +289,20 @@ QByteArray ProjectFile::encodeFields(const QVector<QVariant>& values)
     return bytes;
 }
 
-bool ProjectFile::decodeFields(const QByteArray& bytes, QVector<QVariant>& values)
+bool ProjectFile::decodeFields(const QByteArray& bytes, QVector<QVariant>& values, QString* why)
 {
+    auto fail = [why](const QString& text) {
+        if (why)
+            *why = text;
+        return false;
+    };
+    const QString cut = QStringLiteral("数据不完整");
     const char* p = bytes.constData();
     const char* end = p + bytes.size();
     auto need = [&](qint64 n) { return end - p >= n; };
     while (p < end) {
         if (!need(2))
-            return false;
+            return fail(cut);
         const int field = quint8(p[0]);
         const quint8 type = quint8(p[1]);
         p += 2;
@@ -185,7 +311,7 @@ bool ProjectFile::decodeFields(const QByteArray& bytes, QVector<QVariant>& value
         switch (type) {
         case Double: {
             if (!need(8))
-                return false;
+                return fail(cut);
             quint64 raw;
             std::memcpy(&raw, p, 8);
             raw = qFromLittleEndian(raw);
@@ -197,7 +323,7 @@ bool ProjectFile::decodeFields(const QByteArray& bytes, QVector<QVariant>& value
         }
         case Integer: {
             if (!need(8))
-                return false;
+                return fail(cut);
             qint64 raw;
             std::memcpy(&raw, p, 8);
             const qint64 n = qFromLittleEndian(raw);
@@ -207,34 +333,36 @@ bool ProjectFile::decodeFields(const QByteArray& bytes, QVector<QVariant>& value
         }
         case Boolean:
             if (!need(1))
-                return false;
+                return fail(cut);
+            if (quint8(*p) > 1)
+                return fail(QStringLiteral("字段%1的逻辑值%2无效").arg(field).arg(quint8(*p)));
             values[field] = *p != 0;
             p += 1;
             break;
         case Text:
         case Other: {
             if (!need(4))
-                return false;
+                return fail(cut);
             quint32 size;
             std::memcpy(&size, p, 4);
             size = qFromLittleEndian(size);
             p += 4;
             if (!need(size))
-                return false;
+                return fail(QStringLiteral("字段%1的长度%2超出数据").arg(field).arg(size));
             if (type == Text) {
                 values[field] = QString::fromUtf8(p, int(size));
             } else {
-                QDataStream in(QByteArray::fromRawData(p, int(size)));
-                in.setVersion(QDataStream::Qt_5_15);
                 QVariant v;
-                in >> v;
+                QString reason;
+                if (!VariantStream::readVariant(QByteArray::fromRawData(p, int(size)), &v, &reason))
+                    return fail(QStringLiteral("字段%1：%2").arg(field).arg(reason));
                 values[field] = v;
             }
             p += size;
             break;
         }
         default:
-            return false;
+            return fail(QStringLiteral("字段%1的类型%2无效").arg(field).arg(type));
         }
     }
     return true;
@@ -256,8 +384,8 @@ bool ProjectFile::Save(ProjectWorks* works, const QString& path, QString* error)
         // The file is renamed into place only when complete, so no journal is needed.
         ok = ok && exec(q, QStringLiteral("PRAGMA journal_mode=OFF"), &failure) &&
              exec(q, QStringLiteral("PRAGMA synchronous=OFF"), &failure) && db.transaction();
-        for (const char* statement : kSchema)
-            ok = ok && exec(q, QString::fromLatin1(statement), &failure);
+        for (const TableLayout& table : kTables)
+            ok = ok && exec(q, createStatement(table), &failure);
 
         qint64 rowCount = 0;
         if (ok) {
@@ -382,117 +510,215 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
     db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
     if (!db.open())
         return fail(QStringLiteral("文件无法打开（%1）。").arg(db.lastError().text()));
-    const QString damaged = QStringLiteral("文件已损坏（%1）。");
+    auto damaged = [&](const QString& reason) {
+        return fail(QStringLiteral("文件已损坏（%1）。").arg(reason));
+    };
+    auto readFailed = [&](const char* table, const QSqlQuery& query) {
+        return damaged(QStringLiteral("读取数据表“%1”失败：%2")
+                           .arg(QLatin1String(table), query.lastError().text()));
+    };
 
     QSqlQuery q(db);
+    q.setForwardOnly(true);
+    // SQLite's own check of pages and records, before any content is trusted.
+    if (!q.exec(QStringLiteral("PRAGMA quick_check")))
+        return damaged(QStringLiteral("数据库完整性检查无法进行：%1").arg(q.lastError().text()));
+    if (!q.next() || q.value(0).toString() != QLatin1String("ok"))
+        return damaged(QStringLiteral("数据库完整性检查未通过：%1").arg(q.value(0).toString()));
+
+    QString layoutProblem;
+    if (!checkLayout(db, kTables[0], &layoutProblem))
+        return fail(QStringLiteral("不是本系统的工程文件。"));
     QHash<QString, QString> meta;
-    if (!q.exec(QStringLiteral("SELECT key, value FROM meta"))) {
-        const QString text = q.lastError().text();
-        if (text.contains(QLatin1String("no such table")))
-            return fail(QStringLiteral("不是本系统的工程文件。"));
-        return fail(damaged.arg(text));
-    }
+    if (!q.exec(QStringLiteral("SELECT key, value FROM meta")))
+        return readFailed("meta", q);
     while (q.next())
         meta.insert(q.value(0).toString(), q.value(1).toString());
     if (meta.value(QStringLiteral("application")) != ApplicationId)
         return fail(QStringLiteral("不是本系统的工程文件。"));
+    const QString versionText = meta.value(QStringLiteral("schema_version"));
+    if (versionText.isEmpty())
+        return damaged(QStringLiteral("没有记录工程文件的版本"));
     bool versionOk = false;
-    const int version = meta.value(QStringLiteral("schema_version")).toInt(&versionOk);
-    if (!versionOk || version != SchemaVersion)
+    const int version = versionText.toInt(&versionOk);
+    if (!versionOk)
+        return damaged(QStringLiteral("工程文件的版本“%1”无法识别").arg(versionText));
+    if (version != SchemaVersion)
         return fail(QStringLiteral("工程文件的版本为%1，本程序只能打开版本%2的工程文件。")
-                        .arg(meta.value(QStringLiteral("schema_version")))
+                        .arg(version)
                         .arg(SchemaVersion));
+    bool countOk = false;
+    const qint64 expectedRows = meta.value(QStringLiteral("row_count")).toLongLong(&countOk);
+    if (!countOk || expectedRows < 0)
+        return damaged(QStringLiteral("没有记录有效的数据行数"));
+    for (const TableLayout& table : kTables)
+        if (!checkLayout(db, table, &layoutProblem))
+            return damaged(layoutProblem);
 
-    if (!q.exec(QStringLiteral("SELECT id, name, read_only, bid_locked, config FROM project")) ||
-        !q.next())
-        return fail(damaged.arg(q.lastError().text()));
-    auto works = std::make_unique<ProjectWorks>(q.value(0).toLongLong(), q.value(1).toString());
-    works->SetReadOnly(q.value(2).toInt() != 0);
-    works->SetDqdZdSd(q.value(3).toInt() != 0);
-    const QMap<int, QVariant> projectConfig = decodeMap(q.value(4).toByteArray());
+    // project: exactly one record.
+    if (!q.exec(
+            QStringLiteral("SELECT rowid, id, name, read_only, bid_locked, config FROM project")))
+        return readFailed("project", q);
+    if (!q.next())
+        return damaged(QStringLiteral("数据表“project”没有工程记录"));
+    RowCheck project("project", q);
+    const qint64 projectId = project.integer(1, "id", 0, std::numeric_limits<qint64>::max());
+    const QString projectName = project.text(2, "name");
+    const bool readOnly = project.flag(3, "read_only");
+    const bool bidLocked = project.flag(4, "bid_locked");
+    const QMap<int, QVariant> projectConfig = project.intMap(5, "config");
+    if (!project.ok())
+        return damaged(project.problem());
+    if (q.next())
+        return damaged(QStringLiteral("数据表“project”有多条工程记录"));
+    auto works = std::make_unique<ProjectWorks>(projectId, projectName);
+    works->SetReadOnly(readOnly);
+    works->SetDqdZdSd(bidLocked);
     for (auto it = projectConfig.begin(); it != projectConfig.end(); ++it)
         works->GetPriceModelConfig()->setItem(it.key(), it.value());
 
-    if (!q.exec(
-            QStringLiteral("SELECT id, parent_id, type, name, submitted FROM node ORDER BY ord")))
-        return fail(damaged.arg(q.lastError().text()));
+    // node: pre-order, so a parent always comes before its children. The tree has three
+    // levels at most: the construction project, single projects, unit projects.
+    if (!q.exec(QStringLiteral(
+            "SELECT rowid, id, parent_id, type, name, submitted FROM node ORDER BY ord, rowid")))
+        return readFailed("node", q);
+    QHash<int, ProTreeNode*> nodes;
     QSet<int> submitted;
     while (q.next()) {
-        if (q.value(4).toInt() != 0)
-            submitted.insert(q.value(0).toInt());
-        ProTreeNode* parent = q.value(1).isNull() ? nullptr : works->nodeById(q.value(1).toInt());
-        if (!q.value(1).isNull() && !parent)
-            return fail(damaged.arg(QStringLiteral("工程结构不完整")));
-        if (q.value(1).isNull() && works->root())
-            return fail(damaged.arg(QStringLiteral("工程结构不完整")));
-        works->AddNode(parent, q.value(0).toInt(), q.value(2).toInt(), q.value(3).toString());
+        RowCheck node("node", q);
+        const int id = int(node.integer(1, "id", 0, INT_MAX));
+        const bool isRoot = q.value(2).isNull();
+        const int parentId = isRoot ? -1 : int(node.integer(2, "parent_id", 0, INT_MAX));
+        const int type = int(node.integer(3, "type", 0, 1));
+        const QString name = node.text(4, "name");
+        const bool announcesSubmitted = node.flag(5, "submitted");
+        if (!node.ok())
+            return damaged(node.problem());
+        if (nodes.contains(id))
+            return damaged(node.wrong(QStringLiteral("工程节点编号%1重复").arg(id)));
+        ProTreeNode* parent = isRoot ? nullptr : nodes.value(parentId, nullptr);
+        if (isRoot != nodes.isEmpty())
+            return damaged(
+                node.wrong(QStringLiteral("工程结构不完整（根节点只能有一个且须在最前）")));
+        if (!isRoot && !parent)
+            return damaged(
+                node.wrong(QStringLiteral("工程结构不完整（上级节点%1不存在）").arg(parentId)));
+        if (isRoot && type != ProTreeNode::WorksNode)
+            return damaged(node.wrong(QStringLiteral("建设项目节点的类型%1无效").arg(type)));
+        if (parent && parent->parent() &&
+            ProTreeNode::Types(parent) != ProTreeNode::SingleProjectNode)
+            return damaged(node.wrong(QStringLiteral("节点“%1”不能位于单位工程之下").arg(name)));
+        if (parent && type == ProTreeNode::SingleProjectNode && parent->parent())
+            return damaged(
+                node.wrong(QStringLiteral("单项工程“%1”只能位于建设项目之下").arg(name)));
+        if (announcesSubmitted)
+            submitted.insert(id);
+        nodes.insert(id, works->AddNode(parent, id, type, name));
     }
+    if (q.lastError().isValid())
+        return readFailed("node", q);
     if (!works->root())
-        return fail(damaged.arg(QStringLiteral("没有工程节点")));
+        return damaged(QStringLiteral("没有工程节点"));
 
-    if (!q.exec(QStringLiteral("SELECT node_id, audit, name, xtbl, config FROM works")))
-        return fail(damaged.arg(q.lastError().text()));
+    if (!q.exec(QStringLiteral("SELECT rowid, node_id, audit, name, xtbl, config FROM works")))
+        return readFailed("works", q);
+    QSet<QPair<int, int>> seenWorks;
     while (q.next()) {
-        ConstructionWorks* cw = works->ensureWorks(q.value(1).toInt(), q.value(0).toInt());
-        if (!cw || !works->nodeById(q.value(0).toInt()))
-            return fail(damaged.arg(QStringLiteral("工程数据与结构不符")));
-        cw->setName(q.value(2).toString());
-        const QMap<int, QVariant> xtbl = decodeMap(q.value(3).toByteArray());
+        RowCheck row("works", q);
+        const int nodeId = int(row.integer(1, "node_id", 0, INT_MAX));
+        const int audit = int(row.integer(2, "audit", 0, 1));
+        const QString name = row.text(3, "name");
+        const QMap<int, QVariant> xtbl = row.intMap(4, "xtbl");
+        const QMap<int, QVariant> config = row.intMap(5, "config");
+        if (!row.ok())
+            return damaged(row.problem());
+        ProTreeNode* node = nodes.value(nodeId, nullptr);
+        if (!node)
+            return damaged(row.wrong(QStringLiteral("工程节点%1不存在").arg(nodeId)));
+        if (ProTreeNode::Types(node) != ProTreeNode::WorksNode)
+            return damaged(row.wrong(
+                QStringLiteral("单项工程“%1”不能有工程数据").arg(ProTreeNode::Name(node))));
+        if (seenWorks.contains({nodeId, audit}))
+            return damaged(row.wrong(QStringLiteral("工程节点%1的工程数据重复").arg(nodeId)));
+        seenWorks.insert({nodeId, audit});
+        ConstructionWorks* cw = works->ensureWorks(audit, nodeId);
+        cw->setName(name);
         for (auto it = xtbl.begin(); it != xtbl.end(); ++it)
             cw->setXtBl(it.key(), it.value());
-        const QMap<int, QVariant> config = decodeMap(q.value(4).toByteArray());
         for (auto it = config.begin(); it != config.end(); ++it)
             cw->getConfig()->setItem(it.key(), it.value());
     }
+    if (q.lastError().isValid())
+        return readFailed("works", q);
 
     // The submitted version a node announces must be there, and only there.
-    for (ProTreeNode* node : works->root()->subtree()) {
+    for (ProTreeNode* node : std::as_const(nodes)) {
         if (ProTreeNode::CheckWithSSVersion(node) != submitted.contains(ProTreeNode::Id(node)))
-            return fail(damaged.arg(QStringLiteral("送审版本数据不完整")));
+            return damaged(QStringLiteral("送审版本数据不完整"));
     }
 
-    if (!q.exec(QStringLiteral("SELECT node_id, audit, table_type FROM list WHERE locked <> 0")))
-        return fail(damaged.arg(q.lastError().text()));
+    if (!q.exec(QStringLiteral("SELECT rowid, node_id, audit, table_type, locked FROM list")))
+        return readFailed("list", q);
     while (q.next()) {
-        ConstructionWorks* cw = works->works(q.value(1).toInt(), q.value(0).toInt());
-        if (GeneralTableBase* table = cw ? cw->tableByType(q.value(2).toInt()) : nullptr)
-            table->SetReadOnlyLocked(true);
+        RowCheck row("list", q);
+        const int nodeId = int(row.integer(1, "node_id", 0, INT_MAX));
+        const int audit = int(row.integer(2, "audit", 0, 1));
+        const int type = int(row.integer(3, "table_type", 0, INT_MAX));
+        const bool locked = row.flag(4, "locked");
+        if (!row.ok())
+            return damaged(row.problem());
+        ConstructionWorks* cw = works->works(audit, nodeId);
+        GeneralTableBase* table = cw ? cw->tableByType(type) : nullptr;
+        if (!table)
+            return damaged(row.wrong(QStringLiteral("表格%1不存在").arg(type)));
+        table->SetReadOnlyLocked(locked);
     }
+    if (q.lastError().isValid())
+        return readFailed("list", q);
 
     // Rows are written table by table in order, so the insertion order is the load order.
-    q.setForwardOnly(true);
-    if (!q.exec(QStringLiteral(
-            "SELECT node_id, audit, table_type, kind, block, height, note, fields FROM row"
-            " ORDER BY rowid")))
-        return fail(damaged.arg(q.lastError().text()));
+    if (!q.exec(QStringLiteral("SELECT rowid, node_id, audit, table_type, ord, kind, block, "
+                               "height, note, fields FROM row ORDER BY rowid")))
+        return readFailed("row", q);
     qint64 rows = 0;
     int lastNode = -1, lastAudit = -1, lastType = -1;
     GeneralTableBase* table = nullptr;
     QVector<QVariant> values;
     while (q.next()) {
-        const int node = q.value(0).toInt(), audit = q.value(1).toInt(), type = q.value(2).toInt();
+        RowCheck row("row", q);
+        const int node = int(row.integer(1, "node_id", 0, INT_MAX));
+        const int audit = int(row.integer(2, "audit", 0, 1));
+        const int type = int(row.integer(3, "table_type", 0, INT_MAX));
+        row.integer(4, "ord", 0, INT_MAX);
+        const int kind = int(row.integer(5, "kind", INT_MIN, INT_MAX));
+        const bool block = row.flag(6, "block");
+        const int height = int(row.integer(7, "height", 0, std::numeric_limits<qint16>::max()));
+        const QString note = row.text(8, "note");
+        const QByteArray fields = row.blob(9, "fields");
+        if (!row.ok())
+            return damaged(row.problem());
         if (node != lastNode || audit != lastAudit || type != lastType) {
             ConstructionWorks* cw = works->works(audit, node);
             table = cw ? cw->tableByType(type) : nullptr;
             lastNode = node, lastAudit = audit, lastType = type;
         }
         if (!table)
-            return fail(damaged.arg(QStringLiteral("表格数据与结构不符")));
+            return damaged(row.wrong(QStringLiteral("表格数据与结构不符")));
         values.clear();
-        if (!decodeFields(q.value(7).toByteArray(), values))
-            return fail(damaged.arg(QStringLiteral("行数据无法解读")));
+        QString why;
+        if (!decodeFields(fields, values, &why))
+            return damaged(row.wrong(QStringLiteral("字段无法解读：%1").arg(why)));
         BaseDataItem* item = table->CreateItem();
         for (int f = 0; f < values.size(); ++f)
             item->loadValue(f, values.at(f));
-        item->loadState(q.value(3).toInt(), q.value(4).toInt() != 0, q.value(5).toInt(),
-                        q.value(6).toString());
+        item->loadState(kind, block, height, note);
         table->attach(table->count(), item);
         ++rows;
     }
     if (q.lastError().isValid())
-        return fail(damaged.arg(q.lastError().text()));
-    if (rows != meta.value(QStringLiteral("row_count")).toLongLong())
-        return fail(damaged.arg(QStringLiteral("数据行数不符")));
+        return readFailed("row", q);
+    if (rows != expectedRows)
+        return damaged(QStringLiteral("数据行数不符"));
     works->setFilePath(path);
     works->setProjectWorkChanged(false);
     return works;

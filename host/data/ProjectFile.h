@@ -24,5 +24,7 @@ public:
 
     // Compact encoding of a row's fields (exposed for the benchmarks and tests).
     static QByteArray encodeFields(const QVector<QVariant>& values);
-    static bool decodeFields(const QByteArray& bytes, QVector<QVariant>& values);
+    // Refuses (false, with the reason) anything it cannot decode whole.
+    static bool decodeFields(const QByteArray& bytes, QVector<QVariant>& values,
+                             QString* why = nullptr);
 };

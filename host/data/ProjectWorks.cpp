@@ -24,21 +24,22 @@ void ProjectWorks::setProjectIndex(int index)
 
 ProTreeNode* ProjectWorks::AddNode(ProTreeNode* parent, int id, int type, const QString& name)
 {
+    ProTreeNode* node = nullptr;
     if (!m_root) {
         m_root = std::make_unique<ProTreeNode>(m_index, id, type, name);
-        return m_root.get();
+        node = m_root.get();
+    } else {
+        node = new ProTreeNode(m_index, id, type, name, parent ? parent : m_root.get());
     }
-    return new ProTreeNode(m_index, id, type, name, parent ? parent : m_root.get());
+    // The first node of an id is the one found by id.
+    if (!m_nodes.contains(id))
+        m_nodes.insert(id, node);
+    return node;
 }
 
 ProTreeNode* ProjectWorks::nodeById(int id) const
 {
-    if (!m_root)
-        return nullptr;
-    for (ProTreeNode* node : m_root->subtree())
-        if (ProTreeNode::Id(node) == id)
-            return node;
-    return nullptr;
+    return m_nodes.value(id, nullptr);
 }
 
 QList<ProTreeNode*> ProjectWorks::unitProjectNodes() const

@@ -60,6 +60,7 @@ private:
     int m_index = -1;
     QString m_filePath;
     std::unique_ptr<ProTreeNode> m_root;
+    QHash<int, ProTreeNode*> m_nodes; // by id, for lookups that stay cheap in large trees
     QHash<int, ConstructionWorks*> m_works[2];
     bool m_readOnly = false;
     bool m_dqdZdSd = false;

@@ -1,6 +1,7 @@
 #include "TemplateAccess.h"
 
 #include "GeneralTableBase.h"
+#include "JsonSchemaCheck.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -32,7 +33,8 @@ bool TemplateAccess::ReadTemplateFile(const QString& path, GeneralTableBase* tab
     if (!file.open(QIODevice::ReadOnly))
         return fail(QStringLiteral("文件无法读取"));
     QJsonParseError parseError;
-    const QJsonDocument doc = QJsonDocument::fromJson(file.readAll(), &parseError);
+    const QByteArray bytes = file.readAll();
+    const QJsonDocument doc = QJsonDocument::fromJson(bytes, &parseError);
     if (parseError.error != QJsonParseError::NoError || !doc.isObject())
         return fail(QStringLiteral("文件格式错误（%1）").arg(parseError.errorString()));
     const QJsonObject root = doc.object();
@@ -40,6 +42,11 @@ bool TemplateAccess::ReadTemplateFile(const QString& path, GeneralTableBase* tab
         return fail(QStringLiteral("不是内容模板文件"));
     if (root.value(QStringLiteral("tableType")).toInt() != type)
         return fail(QStringLiteral("模板属于其他清单"));
+    // Version, row kinds and value types as the format defines them; a template without rows
+    // would empty the list, so it is refused like any other malformed template.
+    QString problem;
+    if (!JsonSchemaCheck::validate(bytes, QStringLiteral("content-template"), &problem))
+        return fail(problem);
     const QJsonArray rows = root.value(QStringLiteral("rows")).toArray();
     // Parse everything first: a bad row leaves the table as it was.
     QList<BaseDataItem*> items;

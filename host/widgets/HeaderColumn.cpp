@@ -1,8 +1,12 @@
 #include "HeaderColumn.h"
 
+#include "JsonSchemaCheck.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+
+#include <cmath>
 
 namespace {
 
@@ -33,6 +37,9 @@ HeaderConfig HeaderConfig::fromJson(const QByteArray& json, QString* error)
             *error = text;
         return HeaderConfig();
     };
+    QString problem;
+    if (!JsonSchemaCheck::validate(json, QStringLiteral("table-header"), &problem))
+        return fail(QStringLiteral("表头配置无效：%1").arg(problem));
     QJsonParseError parseError;
     const QJsonDocument doc = QJsonDocument::fromJson(json, &parseError);
     if (parseError.error != QJsonParseError::NoError || !doc.isObject())
@@ -58,7 +65,7 @@ HeaderConfig HeaderConfig::fromJson(const QByteArray& json, QString* error)
         // A field number is a whole number; "3" or 2.5 is a typing error, not field 0.
         const QJsonValue field = o.value(QStringLiteral("field"));
         const double number = field.toDouble(-1);
-        if (!field.isDouble() || number < 0 || number != double(int(number)))
+        if (!field.isDouble() || !(number >= 0 && number <= 255) || number != std::floor(number))
             return fail(QStringLiteral("表头配置的列“%1”缺少字段号").arg(column.title));
         column.field = int(number);
         column.width = o.value(QStringLiteral("width")).toInt(80);

@@ -23,23 +23,26 @@ LxGzXmQdSjWidget::LxGzXmQdSjWidget(AuditBusiness* audit, QWidget* parent)
     init(new LxGzXmQdModel(this));
     view()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(view(), &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
-        QMenu menu(this);
-        QMenu* apply = menu.addMenu(QStringLiteral("调用内容模板"));
-        for (const QString& name : TemplateNames())
-            connect(apply->addAction(name), &QAction::triggered, this,
-                    [this, name] { CurSporadicWorksTempChanged(name); });
-        connect(menu.addAction(QStringLiteral("保存为内容模板")), &QAction::triggered, this,
-                &LxGzXmQdSjWidget::SaveTemplate);
-        menu.addSeparator();
-        connect(menu.addAction(QStringLiteral("插入行")), &QAction::triggered, this,
-                &LxGzXmQdSjWidget::InsertRow);
-        connect(menu.addAction(QStringLiteral("删除当前行")), &QAction::triggered, this,
-                [this] { DeleteCurrentRow(QStringLiteral("删除当前行")); });
-        connect(menu.addAction(QStringLiteral("清除所有行")), &QAction::triggered, this,
-                &LxGzXmQdSjWidget::ClearAllRows);
-        for (QAction* action : menu.actions())
-            action->setEnabled(!isLocked());
-        menu.exec(view()->viewport()->mapToGlobal(pos));
+        TARVO_GUARD("LxGzXmQd\\LxGzXmQdSjWidget", "LxGzXmQdSjWidget::contextMenu")
+        {
+            QMenu menu(this);
+            QMenu* apply = menu.addMenu(QStringLiteral("调用内容模板"));
+            for (const QString& name : TemplateNames())
+                connect(apply->addAction(name), &QAction::triggered, this,
+                        [this, name] { CurSporadicWorksTempChanged(name); });
+            connect(menu.addAction(QStringLiteral("保存为内容模板")), &QAction::triggered, this,
+                    &LxGzXmQdSjWidget::SaveTemplate);
+            menu.addSeparator();
+            connect(menu.addAction(QStringLiteral("插入行")), &QAction::triggered, this,
+                    &LxGzXmQdSjWidget::InsertRow);
+            connect(menu.addAction(QStringLiteral("删除当前行")), &QAction::triggered, this,
+                    [this] { DeleteCurrentRow(QStringLiteral("删除当前行")); });
+            connect(menu.addAction(QStringLiteral("清除所有行")), &QAction::triggered, this,
+                    &LxGzXmQdSjWidget::ClearAllRows);
+            for (QAction* action : menu.actions())
+                action->setEnabled(!isLocked());
+            menu.exec(view()->viewport()->mapToGlobal(pos));
+        };
     });
 }
 

@@ -1,5 +1,7 @@
 #include "LxGzXmQdWidget.h"
 
+#include "TarvoGuard.h"
+
 #include "LxGzXmQdSjWidget.h"
 #include "LxGzXmQdSsWidget.h"
 #include "SporadicWorksWidget.h"
@@ -13,10 +15,13 @@ LxGzXmQdWidget::LxGzXmQdWidget(QWidget* parent) : BillPageWidget(parent)
 
 void LxGzXmQdWidget::ProcMsg(int msgId, QVariant* payload)
 {
-    BillPageWidget::ProcMsg(msgId, payload);
-    // The panel follows the page's read-only state.
-    if (m_sporadic && (msgId == 74 || msgId == 79 || msgId == 41))
-        m_sporadic->slotChangeReadOnly(sjWidget()->isLocked());
+    TARVO_GUARD("LxGzXmQd\\LxGzXmQdWidget", "LxGzXmQdWidget::ProcMsg")
+    {
+        BillPageWidget::ProcMsg(msgId, payload);
+        // The panel follows the page's read-only state.
+        if (m_sporadic && (msgId == 74 || msgId == 79 || msgId == 41))
+            m_sporadic->slotChangeReadOnly(sjWidget()->isLocked());
+    };
 }
 
 BillSjWidget* LxGzXmQdWidget::createSjWidget()

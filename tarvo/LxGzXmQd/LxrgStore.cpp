@@ -1,6 +1,9 @@
 #include "LxrgStore.h"
 
+#include "LxrgSql.h"
 #include "SporadicTableModel.h"
+
+#include "ProcExceptionNew.h"
 
 #include <QDebug>
 
@@ -13,8 +16,13 @@ QString Path()
 
 template <typename F> static bool guarded(const char* function, F&& body)
 {
-    const auto log = [function](const QString& text) {
+    const QString name = QLatin1String(function);
+    const QString tag =
+        name.contains(QLatin1String("::")) ? name : QStringLiteral("TLxrgwh::") + name;
+    const auto log = [function, &tag](const QString& text) {
         qDebug().noquote() << QStringLiteral("TLxrgwh") << function << text;
+        ProcExceptionNew(std::runtime_error(text.toStdString()),
+                         QStringLiteral("LxGzXmQd\\TLxrgwh"), 0, tag);
     };
     try {
         body();
@@ -33,15 +41,24 @@ template <typename F> static bool guarded(const char* function, F&& body)
     return false;
 }
 
-bool Exec(const QString& sql, const char* function)
+static QString statement(const QString& pattern, const QStringList& values)
 {
-    return guarded(function, [&] { DBM::clsDAC::Exec(Path(), sql); });
+    QString why;
+    const QString sql = LxrgSql::Fill(pattern, values, &why);
+    if (sql.isEmpty())
+        throw DBM::exDBM(why);
+    return sql;
 }
 
-DBM::clsDACResult Query(const QString& sql, const char* function)
+bool Exec(const QString& pattern, const QStringList& values, const char* function)
+{
+    return guarded(function, [&] { DBM::clsDAC::Exec(Path(), statement(pattern, values)); });
+}
+
+DBM::clsDACResult Query(const QString& pattern, const QStringList& values, const char* function)
 {
     DBM::clsDACResult result;
-    guarded(function, [&] { result = DBM::clsDAC(Path()).execSql(sql); });
+    guarded(function, [&] { result = DBM::clsDAC(Path()).execSql(statement(pattern, values)); });
     return result;
 }
 

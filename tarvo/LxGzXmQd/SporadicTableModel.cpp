@@ -3,7 +3,9 @@
 #include "Communication.h"
 #include "DB_Operation.h"
 #include "HostConstants.h"
+#include "LxrgSql.h"
 #include "SharedInterface.h"
+#include "TarvoGuard.h"
 #include "zMessageBox.h"
 
 #include <QDebug>
@@ -38,9 +40,13 @@ void SporadicTableModel::Load(const QString& dq, const QString& sj)
     m_records.clear();
     m_changes.clear();
     if (m_db->openDB(DatabasePath(QStringLiteral("LXRG")))) {
-        const QString sql = QStringLiteral("select * from %1 ").arg(kTable) +
-                            QStringLiteral("where dq='%1' and sj = '%2';").arg(dq, sj);
-        for (const QVariantMap& row : m_db->getMappedObjs(sql)) {
+        // A condition that would break the statement finds nothing.
+        const QString head = LxrgSql::Fill(QStringLiteral("select * from %1 "), {kTable});
+        const QString where =
+            LxrgSql::Fill(QStringLiteral("where dq='%1' and sj = '%2';"), {dq, sj});
+        const QList<QVariantMap> rows =
+            where.isEmpty() ? QList<QVariantMap>() : m_db->getMappedObjs(head + where);
+        for (const QVariantMap& row : rows) {
             Record record;
             record.FID = row.value(QStringLiteral("FID")).toInt();
             record.dq = row.value(QStringLiteral("dq")).toString();
@@ -61,9 +67,11 @@ QStringList SporadicTableModel::StartTimes(const QString& dq)
     if (!m_db->openDB(DatabasePath(QStringLiteral("LXRG"))))
         return times;
     const QString sql =
-        dq.isEmpty() ? QStringLiteral("select distinct sj from %1 ;").arg(kTable)
-                     : QStringLiteral("select distinct sj from %1 where dq='%2';").arg(kTable, dq);
-    for (const QVariantMap& row : m_db->getMappedObjs(sql))
+        dq.isEmpty() ? LxrgSql::Fill(QStringLiteral("select distinct sj from %1 ;"), {kTable})
+                     : LxrgSql::Fill(QStringLiteral("select distinct sj from %1 where dq='%2';"),
+                                     {kTable, dq});
+    const QList<QVariantMap> rows = sql.isEmpty() ? QList<QVariantMap>() : m_db->getMappedObjs(sql);
+    for (const QVariantMap& row : rows)
         times << row.value(QStringLiteral("sj")).toString();
     m_db->closeDB();
     return times;
@@ -133,29 +141,34 @@ bool SporadicTableModel::setData(const QModelIndex& index, const QVariant& value
 {
     if (role != Qt::EditRole || !index.isValid() || index.row() >= m_records.size())
         return false;
-    Record& r = m_records[index.row()];
-    switch (index.column()) {
-    case 0:
-        r.gz = value.toString();
-        break;
-    case 1:
-        r.dj = value.toString().toDouble();
-        break;
-    case 2:
-        r.bz = value.toString();
-        break;
-    case 3:
-        r.dq = value.toString();
-        break;
-    case 4:
-        r.sj = value.toString();
-        break;
-    default:
-        return false;
-    }
-    m_changes.append({Update, r}); // every edit is its own update
-    emit dataChanged(index, index, {Qt::EditRole});
-    return true;
+    bool accepted = false;
+    TARVO_GUARD("LxGzXmQd\\SporadicTableModel", "SporadicTableModel::setData")
+    {
+        Record& r = m_records[index.row()];
+        switch (index.column()) {
+        case 0:
+            r.gz = value.toString();
+            break;
+        case 1:
+            r.dj = value.toString().toDouble();
+            break;
+        case 2:
+            r.bz = value.toString();
+            break;
+        case 3:
+            r.dq = value.toString();
+            break;
+        case 4:
+            r.sj = value.toString();
+            break;
+        default:
+            return;
+        }
+        m_changes.append({Update, r}); // every edit is its own update
+        accepted = true;
+        emit dataChanged(index, index, {Qt::EditRole});
+    };
+    return accepted;
 }
 
 int SporadicTableModel::newId()
@@ -202,37 +215,53 @@ bool SporadicTableModel::removeRows(int row, int count, const QModelIndex& paren
     return true;
 }
 
-QString SporadicTableModel::StatementOf(const Change& change)
+QString SporadicTableModel::StatementOf(const Change& change, QString* why)
 {
     const Record& r = change.record;
     switch (change.operation) {
     case Insert:
         // The keyword is written "insert info", as the store's save has always done.
-        return QStringLiteral("insert info %1 (FID, dq, sj, gz, dj, bz) values( '%2', '%3', '%4', "
-                              "'%5', '%6', '%7');")
-            .arg(kTable, QString::number(r.FID), r.dq, r.sj, r.gz,
-                 QStringLiteral("%1").arg(r.dj, 0, 'g', -1), r.bz);
+        return LxrgSql::Fill(
+            QStringLiteral("insert info %1 (FID, dq, sj, gz, dj, bz) values( '%2', "
+                           "'%3', '%4', '%5', '%6', '%7');"),
+            {kTable, QString::number(r.FID), r.dq, r.sj, r.gz,
+             QStringLiteral("%1").arg(r.dj, 0, 'g', -1), r.bz},
+            why);
     case Delete:
-        return QStringLiteral("delete from %1 where FID=%2;").arg(kTable, QString::number(r.FID));
+        return LxrgSql::Fill(QStringLiteral("delete from %1 where FID=%2;"),
+                             {kTable, QString::number(r.FID)}, why);
     default:
-        return QStringLiteral("update %1 set gz='%2', dj=%3, bz='%4' where FID=%5;")
-            .arg(kTable, r.gz, QStringLiteral("%1").arg(r.dj, 0, 'g', -1), r.bz,
-                 QString::number(r.FID));
+        return LxrgSql::Fill(QStringLiteral("update %1 set gz='%2', dj=%3, bz='%4' where FID=%5;"),
+                             {kTable, r.gz, QStringLiteral("%1").arg(r.dj, 0, 'g', -1), r.bz,
+                              QString::number(r.FID)},
+                             why);
     }
 }
 
 bool SporadicTableModel::slotSaveModifyRecord()
 {
-    bool ok = m_db->openDB(DatabasePath(QStringLiteral("MASTER")));
-    for (int i = 0; ok && i < m_changes.size(); ++i) {
-        const QString sql = StatementOf(m_changes.at(i));
-        qDebug().noquote() << QStringLiteral("Modify Record sql:") << sql;
-        ok = m_db->excuteSQL(sql); // no transaction: what ran before a failure stays
-    }
-    m_db->closeDB();
-    QWidget* window = Communication::GetInstance()->GetMainWindow();
-    showInformation(window ? window->window() : nullptr, QStringLiteral("保存提示"),
-                    ok ? QStringLiteral("数据保存成功！") : QStringLiteral("数据保存失败！"));
+    bool ok = false;
+    TARVO_GUARD("LxGzXmQd\\SporadicTableModel", "SporadicTableModel::slotSaveModifyRecord")
+    {
+        ok = m_db->openDB(DatabasePath(QStringLiteral("MASTER")));
+        for (int i = 0; ok && i < m_changes.size(); ++i) {
+            QString why;
+            const QString sql = StatementOf(m_changes.at(i), &why);
+            if (sql.isEmpty()) {
+                // A value would have broken the statement: it fails here, unsent.
+                qDebug().noquote() << QStringLiteral("Modify Record sql:") << why;
+                ok = false;
+                break;
+            }
+            qDebug().noquote() << QStringLiteral("Modify Record sql:") << sql;
+            ok = m_db->excuteSQL(sql); // no transaction: what ran before a failure stays
+        }
+        m_db->closeDB();
+        m_insertCount = 0;
+        QWidget* window = Communication::GetInstance()->GetMainWindow();
+        showInformation(window ? window->window() : nullptr, QStringLiteral("保存提示"),
+                        ok ? QStringLiteral("数据保存成功！") : QStringLiteral("数据保存失败！"));
+    };
     m_insertCount = 0;
     return ok;
 }

@@ -42,8 +42,8 @@ public:
     const QList<Record>& records() const { return m_records; }
     const QList<Change>& pendingChanges() const { return m_changes; }
     int insertCounter() const { return m_insertCount; }
-    // The statement that saves one pending change.
-    static QString StatementOf(const Change& change);
+    // The statement of a pending change; empty (with the reason) when a value would break it.
+    static QString StatementOf(const Change& change, QString* why = nullptr);
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;

@@ -1,5 +1,7 @@
 #include "SporadicWorksWidget.h"
 
+#include "TarvoGuard.h"
+
 #include "SporadicTableModel.h"
 #include "TLxrgwh.h"
 #include "WorksTypeDelegate.h"
@@ -226,8 +228,11 @@ void SporadicWorksWidget::Reload()
 
 void SporadicWorksWidget::slotChangeReadOnly(bool readOnly)
 {
-    m_readOnly = readOnly;
-    m_select->setEnabled(!readOnly);
+    TARVO_GUARD("LxGzXmQd\\SporadicWorksWidget", "SporadicWorksWidget::slotChangeReadOnly")
+    {
+        m_readOnly = readOnly;
+        m_select->setEnabled(!readOnly);
+    };
 }
 
 void SporadicWorksWidget::slotServiceNotify(const QByteArray message)
@@ -258,8 +263,11 @@ void SporadicWorksWidget::on_selectBtn_clicked()
 
 void SporadicWorksWidget::doubleClickedSLot(const QModelIndex& index)
 {
-    Q_UNUSED(index)
-    on_selectBtn_clicked();
+    TARVO_GUARD("LxGzXmQd\\SporadicWorksWidget", "SporadicWorksWidget::doubleClickedSLot")
+    {
+        Q_UNUSED(index)
+        on_selectBtn_clicked();
+    };
 }
 
 void SporadicWorksWidget::on_saveBtn_clicked()
@@ -270,7 +278,9 @@ void SporadicWorksWidget::on_saveBtn_clicked()
 
 void SporadicWorksWidget::on_GiveUpBtn_clicked()
 {
-    // Wired but, by design, it discards nothing.
+    TARVO_GUARD("LxGzXmQd\\SporadicWorksWidget", "SporadicWorksWidget::on_GiveUpBtn_clicked"){
+        // Wired but, by design, it discards nothing.
+    };
 }
 
 void SporadicWorksWidget::on_addBtn_clicked()

@@ -1,5 +1,7 @@
 #include "TLxrgwh.h"
 
+#include "TarvoGuard.h"
+
 #include "LxrgStore.h"
 #include "TLxrgwh_Dqfy.h"
 #include "TLxrgwh_Gzwh.h"
@@ -70,11 +72,18 @@ TLxrgwh::TLxrgwh(const QString& dq, const QString& sj, QWidget* parent)
         m_sj->setCurrentText(sj);
     slotFindDq(dq);
     connect(m_dq, &QComboBox::currentTextChanged, this, &TLxrgwh::slotFindDq);
-    connect(m_sj, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
-            [this] { findData(currentRegion(), currentTime()); });
+    connect(m_sj, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this] {
+        TARVO_GUARD("LxGzXmQd\\TLxrgwh", "TLxrgwh::findData")
+        {
+            findData(currentRegion(), currentTime());
+        };
+    });
     connect(m_model, &QStandardItemModel::itemChanged, this, [this](QStandardItem* item) {
-        if (!m_filling)
-            onCellChanged(item->row(), item->column(), item->text());
+        TARVO_GUARD("LxGzXmQd\\TLxrgwh", "TLxrgwh::onCellChanged")
+        {
+            if (!m_filling)
+                onCellChanged(item->row(), item->column(), item->text());
+        };
     });
 }
 
@@ -108,7 +117,7 @@ void TLxrgwh::loadComboxDq()
 {
     m_dq->clear();
     DBM::clsDACResult result = LxrgStore::Query(
-        QStringLiteral("select distinct dq from lxrg order by dq asc"), "loadComboxDq");
+        QStringLiteral("select distinct dq from lxrg order by dq asc"), {}, "loadComboxDq");
     while (result.next())
         m_dq->addItem(result.value(QStringLiteral("dq")).toString());
 }
@@ -117,7 +126,7 @@ void TLxrgwh::loadComboxSj()
 {
     m_sj->clear();
     DBM::clsDACResult result = LxrgStore::Query(
-        QStringLiteral("select distinct sj from lxrg order by sj desc"), "loadComboxSj");
+        QStringLiteral("select distinct sj from lxrg order by sj desc"), {}, "loadComboxSj");
     while (result.next()) {
         const QString sj = result.value(QStringLiteral("sj")).toString();
         m_sj->addItem(sj, sj); // the shown text carries the region's mark
@@ -126,21 +135,24 @@ void TLxrgwh::loadComboxSj()
 
 void TLxrgwh::slotFindDq(const QString& dq)
 {
-    // The times this region has are marked "√", the others two blanks.
-    DBM::clsDACResult result = LxrgStore::Query(
-        QStringLiteral("SELECT sj FROM lxrg WHERE dq = '%1' GROUP BY sj;").arg(dq), "slotFindDq");
-    QStringList times;
-    while (result.next())
-        times << result.value(QStringLiteral("sj")).toString();
-    const QString typed = currentTime();
-    for (int i = 0; i < m_sj->count(); ++i) {
-        const QString sj = m_sj->itemData(i).toString();
-        m_sj->setItemText(i,
-                          (times.contains(sj) ? QStringLiteral("√") : QStringLiteral("  ")) + sj);
-    }
-    if (m_sj->findData(typed) < 0)
-        m_sj->setCurrentText(typed);
-    findData(dq, currentTime());
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh", "TLxrgwh::slotFindDq")
+    {
+        // The times this region has are marked "√", the others two blanks.
+        DBM::clsDACResult result = LxrgStore::Query(
+            QStringLiteral("SELECT sj FROM lxrg WHERE dq = '%1' GROUP BY sj;"), {dq}, "slotFindDq");
+        QStringList times;
+        while (result.next())
+            times << result.value(QStringLiteral("sj")).toString();
+        const QString typed = currentTime();
+        for (int i = 0; i < m_sj->count(); ++i) {
+            const QString sj = m_sj->itemData(i).toString();
+            m_sj->setItemText(i, (times.contains(sj) ? QStringLiteral("√") : QStringLiteral("  ")) +
+                                     sj);
+        }
+        if (m_sj->findData(typed) < 0)
+            m_sj->setCurrentText(typed);
+        findData(dq, currentTime());
+    };
 }
 
 void TLxrgwh::findData(const QString& dq, const QString& sj)
@@ -149,8 +161,7 @@ void TLxrgwh::findData(const QString& dq, const QString& sj)
     m_rows.clear();
     m_model->removeRows(0, m_model->rowCount());
     DBM::clsDACResult result = LxrgStore::Query(
-        QStringLiteral("SELECT * FROM lxrg WHERE sj = '%1' AND dq = '%2';").arg(sj, dq),
-        "findData");
+        QStringLiteral("SELECT * FROM lxrg WHERE sj = '%1' AND dq = '%2';"), {sj, dq}, "findData");
     while (result.next()) {
         TLxrgwhBean bean;
         bean.SetDataGz(result.value(QStringLiteral("gz")).toString());
@@ -169,7 +180,7 @@ QStringList TLxrgwh::comboxBzData()
 {
     QStringList remarks;
     DBM::clsDACResult result = LxrgStore::Query(
-        QStringLiteral("select distinct bz from lxrg order by bz"), "comboxBzData");
+        QStringLiteral("select distinct bz from lxrg order by bz"), {}, "comboxBzData");
     while (result.next())
         remarks << result.value(QStringLiteral("bz")).toString();
     return remarks;
@@ -177,113 +188,141 @@ QStringList TLxrgwh::comboxBzData()
 
 void TLxrgwh::slotAddRow()
 {
-    const QString dq = currentRegion();
-    const QString sj = currentTime();
-    if (!m_rows.isEmpty()) {
-        const int row = currentRow();
-        const QString gz = row >= 0 ? m_rows.at(row).GetDataGz() : QString();
-        if (gz.isEmpty()) {
-            showInformation(this, QStringLiteral("提示"), QStringLiteral("请选择工种"));
-            return;
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh", "TLxrgwh::slotAddRow")
+    {
+        const QString dq = currentRegion();
+        const QString sj = currentTime();
+        if (!m_rows.isEmpty()) {
+            const int row = currentRow();
+            const QString gz = row >= 0 ? m_rows.at(row).GetDataGz() : QString();
+            if (gz.isEmpty()) {
+                showInformation(this, QStringLiteral("提示"), QStringLiteral("请选择工种"));
+                return;
+            }
+            const TLxrgwhBean& from = m_rows.at(row);
+            LxrgStore::Exec(QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz, bz, dj) VALUES(null, "
+                                           "'%1', '%2', '%3', '%4', '%5')"),
+                            {dq, sj, gz, from.GetRemarke(), from.GetDataDj()}, "slotAddRow");
+        } else {
+            LxrgStore::Exec(
+                QStringLiteral("INSERT INTO lxrg(FID, dq, sj) VALUES(null, '%1', '%2')"), {dq, sj},
+                "slotAddRow");
         }
-        const TLxrgwhBean& from = m_rows.at(row);
-        LxrgStore::Exec(QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz, bz, dj) VALUES(null, "
-                                       "'%1', '%2', '%3', '%4', '%5')")
-                            .arg(dq, sj, gz, from.GetRemarke(), from.GetDataDj()),
-                        "slotAddRow");
-    } else {
-        LxrgStore::Exec(
-            QStringLiteral("INSERT INTO lxrg(FID, dq, sj) VALUES(null, '%1', '%2')").arg(dq, sj),
-            "slotAddRow");
-    }
-    findData(dq, sj);
+        findData(dq, sj);
+    };
 }
 
 void TLxrgwh::slotDeleteRow()
 {
-    const int row = currentRow();
-    if (row < 0 ||
-        !showQuestion(this, QStringLiteral("提示"), QStringLiteral("确定删除当前行吗？")))
-        return;
-    LxrgStore::Exec(QStringLiteral("delete from lxrg where fid = %1").arg(m_rows.at(row).GetFID()),
-                    "slotDeleteRow");
-    findData(currentRegion(), currentTime());
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh", "TLxrgwh::slotDeleteRow")
+    {
+        const int row = currentRow();
+        if (row < 0 ||
+            !showQuestion(this, QStringLiteral("提示"), QStringLiteral("确定删除当前行吗？")))
+            return;
+        LxrgStore::Exec(QStringLiteral("delete from lxrg where fid = %1"),
+                        {m_rows.at(row).GetFID()}, "slotDeleteRow");
+        findData(currentRegion(), currentTime());
+    };
 }
 
 void TLxrgwh::slotDqfy()
 {
-    TLxrgwh_Dqfy dialog(currentTime(), this);
-    connect(&dialog, &TLxrgwh_Dqfy::signalRegionsChosen, this, &TLxrgwh::slotCopyData);
-    zTitleModal::ShowModal(&dialog);
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh", "TLxrgwh::slotDqfy")
+    {
+        TLxrgwh_Dqfy dialog(currentTime(), this);
+        connect(&dialog, &TLxrgwh_Dqfy::signalRegionsChosen, this, &TLxrgwh::slotCopyData);
+        zTitleModal::ShowModal(&dialog);
+    };
 }
 
 void TLxrgwh::slotCopyData(const QStringList& regions)
 {
-    const QString sj = currentTime();
-    for (const QString& dq : regions)
-        for (const TLxrgwhBean& row : std::as_const(m_rows))
-            // The price goes in with one leading blank, as the store has always kept copies.
-            LxrgStore::Exec(QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz, dj, bz) VALUES(null, "
-                                           "'%1', '%2', '%3',' %4', '%5')")
-                                .arg(dq, sj, row.GetDataGz(), row.GetDataDj(), row.GetRemarke()),
-                            "slotCopyData");
-    showInformation(this, QStringLiteral("提示"), QStringLiteral("复用成功"));
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh", "TLxrgwh::slotCopyData")
+    {
+        const QString sj = currentTime();
+        for (const QString& dq : regions)
+            for (const TLxrgwhBean& row : std::as_const(m_rows))
+                // The price goes in with one leading blank, as the store has always kept copies.
+                LxrgStore::Exec(
+                    QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz, dj, bz) VALUES(null, "
+                                   "'%1', '%2', '%3',' %4', '%5')"),
+                    {dq, sj, row.GetDataGz(), row.GetDataDj(), row.GetRemarke()}, "slotCopyData");
+        showInformation(this, QStringLiteral("提示"), QStringLiteral("复用成功"));
+    };
 }
 
 void TLxrgwh::slotGzwh()
 {
-    TLxrgwh_Gzwh dialog(this);
-    connect(&dialog, &TLxrgwh_Gzwh::signalTradePicked, this, &TLxrgwh::slotAddGzwhData);
-    zTitleModal::ShowModal(&dialog);
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh", "TLxrgwh::slotGzwh")
+    {
+        TLxrgwh_Gzwh dialog(this);
+        connect(&dialog, &TLxrgwh_Gzwh::signalTradePicked, this, &TLxrgwh::slotAddGzwhData);
+        zTitleModal::ShowModal(&dialog);
+    };
 }
 
 void TLxrgwh::slotAddGzwhData(const QString& gz)
 {
-    for (const TLxrgwhBean& row : std::as_const(m_rows))
-        if (row.GetDataGz() == gz) {
-            showInformation(this, QStringLiteral("提示"), QStringLiteral("不能重复添加"));
-            return;
-        }
-    const int row = currentRow();
-    if (row >= 0)
-        LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET gz = '%1' WHERE fid = '%2'")
-                            .arg(gz, m_rows.at(row).GetFID()),
-                        "slotAddGzwhData");
-    else
-        LxrgStore::Exec(
-            QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz) VALUES(null, '%1', '%2', '%3')")
-                .arg(currentRegion(), currentTime(), gz),
-            "slotAddGzwhData");
-    findData(currentRegion(), currentTime());
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh", "TLxrgwh::slotAddGzwhData")
+    {
+        for (const TLxrgwhBean& row : std::as_const(m_rows))
+            if (row.GetDataGz() == gz) {
+                showInformation(this, QStringLiteral("提示"), QStringLiteral("不能重复添加"));
+                return;
+            }
+        const int row = currentRow();
+        if (row >= 0)
+            LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET gz = '%1' WHERE fid = '%2'"),
+                            {gz, m_rows.at(row).GetFID()}, "slotAddGzwhData");
+        else
+            LxrgStore::Exec(
+                QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz) VALUES(null, '%1', '%2', '%3')"),
+                {currentRegion(), currentTime(), gz}, "slotAddGzwhData");
+        findData(currentRegion(), currentTime());
+    };
 }
 
 void TLxrgwh::slotGetGzData(int row, const QString& gz)
 {
-    for (int r = 0; r < m_rows.size(); ++r)
-        if (r != row && m_rows.at(r).GetDataGz() == gz) {
-            showInformation(this, QStringLiteral("提示"), QStringLiteral("不能重复添加"));
-            findData(currentRegion(), currentTime());
-            return;
-        }
-    LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET gz = '%1' WHERE fid = '%2'")
-                        .arg(gz, m_rows.at(row).GetFID()),
-                    "slotGetGzData");
-    m_rows[row].SetDataGz(gz);
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh", "TLxrgwh::slotGetGzData")
+    {
+        for (int r = 0; r < m_rows.size(); ++r)
+            if (r != row && m_rows.at(r).GetDataGz() == gz) {
+                showInformation(this, QStringLiteral("提示"), QStringLiteral("不能重复添加"));
+                findData(currentRegion(), currentTime());
+                return;
+            }
+        if (LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET gz = '%1' WHERE fid = '%2'"),
+                            {gz, m_rows.at(row).GetFID()}, "slotGetGzData"))
+            m_rows[row].SetDataGz(gz);
+        else
+            findData(currentRegion(), currentTime()); // the grid shows what the store holds
+    };
 }
 
 void TLxrgwh::slotGetBzData(int row, const QString& bz)
 {
-    LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET bz = '%1' WHERE fid = '%2'")
-                        .arg(bz, m_rows.at(row).GetFID()),
-                    "slotGetBzData");
-    m_rows[row].SetRemarke(bz);
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh", "TLxrgwh::slotGetBzData")
+    {
+        if (LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET bz = '%1' WHERE fid = '%2'"),
+                            {bz, m_rows.at(row).GetFID()}, "slotGetBzData"))
+            m_rows[row].SetRemarke(bz);
+        else
+            findData(currentRegion(), currentTime());
+    };
 }
 
-void TLxrgwh::slotSaveDate(const QString& field, const QString& value, const QString& fid)
+bool TLxrgwh::slotSaveDate(const QString& field, const QString& value, const QString& fid)
 {
-    LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET ") + field +
-                        QStringLiteral(" = '%1' WHERE fid = '%2'").arg(value, fid),
-                    "slotSaveDate");
+    bool saved = false;
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh", "TLxrgwh::slotSaveDate")
+    {
+        saved = LxrgStore::Exec(QStringLiteral("UPDATE lxrg SET ") + field +
+                                    QStringLiteral(" = '%1' WHERE fid = '%2'"),
+                                {value, fid}, "slotSaveDate");
+    };
+    return saved;
 }
 
 void TLxrgwh::onCellChanged(int row, int column, const QString& text)
@@ -295,7 +334,9 @@ void TLxrgwh::onCellChanged(int row, int column, const QString& text)
     else if (column == 2)
         slotGetBzData(row, text);
     else {
-        slotSaveDate(QStringLiteral("dj"), text, m_rows.at(row).GetFID());
-        m_rows[row].SetDataDj(text);
+        if (slotSaveDate(QStringLiteral("dj"), text, m_rows.at(row).GetFID()))
+            m_rows[row].SetDataDj(text);
+        else
+            findData(currentRegion(), currentTime());
     }
 }

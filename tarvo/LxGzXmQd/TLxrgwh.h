@@ -38,7 +38,7 @@ public slots:
     void slotAddGzwhData(const QString& gz);
     void slotGetGzData(int row, const QString& gz);
     void slotGetBzData(int row, const QString& bz);
-    void slotSaveDate(const QString& field, const QString& value, const QString& fid);
+    bool slotSaveDate(const QString& field, const QString& value, const QString& fid);
 
 private:
     void loadComboxDq();

@@ -1,5 +1,7 @@
 #include "TLxrgwh_Dqfy.h"
 
+#include "TarvoGuard.h"
+
 #include "LxrgStore.h"
 
 #include "SkinManager.h"
@@ -28,7 +30,7 @@ TLxrgwh_Dqfy::TLxrgwh_Dqfy(const QString& sj, QWidget* parent)
                  skin->getVXColor(QStringLiteral("SelectedRowBackground"), QColor(205, 232, 255))
                      .name()));
     DBM::clsDACResult result = LxrgStore::Query(
-        QStringLiteral("SELECT dq FROM lxrg WHERE sj = '%1' GROUP BY dq").arg(sj), "TLxrgwh_Dqfy");
+        QStringLiteral("SELECT dq FROM lxrg WHERE sj = '%1' GROUP BY dq"), {sj}, "TLxrgwh_Dqfy");
     while (result.next()) {
         auto* item = new QListWidgetItem(result.value(QStringLiteral("dq")).toString(), m_list);
         item->setFlags(item->flags() | Qt::ItemIsUserCheckable);
@@ -50,10 +52,13 @@ TLxrgwh_Dqfy::TLxrgwh_Dqfy(const QString& sj, QWidget* parent)
 
 void TLxrgwh_Dqfy::onBtnOkClicked()
 {
-    QStringList chosen;
-    for (int i = 0; i < m_list->count(); ++i)
-        if (m_list->item(i)->checkState() == Qt::Checked)
-            chosen << m_list->item(i)->text();
-    emit signalRegionsChosen(chosen);
-    accept();
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh_Dqfy", "TLxrgwh_Dqfy::onBtnOkClicked")
+    {
+        QStringList chosen;
+        for (int i = 0; i < m_list->count(); ++i)
+            if (m_list->item(i)->checkState() == Qt::Checked)
+                chosen << m_list->item(i)->text();
+        emit signalRegionsChosen(chosen);
+        accept();
+    };
 }

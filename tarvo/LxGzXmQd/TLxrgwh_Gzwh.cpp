@@ -1,5 +1,7 @@
 #include "TLxrgwh_Gzwh.h"
 
+#include "TarvoGuard.h"
+
 #include "LxrgStore.h"
 #include "TLxrgwh_Gzwh_Add.h"
 #include "TLxrgwh_Gzwh_Xg.h"
@@ -71,7 +73,7 @@ void TLxrgwh_Gzwh::load()
         bean.SetDat(name);
         bean.SetXh(QString::number(++xh));
         const DBM::clsDACResult used = LxrgStore::Query(
-            QStringLiteral("SELECT * FROM lxrg WHERE gz = '%1';").arg(name), "TLxrgwh_Gzwh::load");
+            QStringLiteral("SELECT * FROM lxrg WHERE gz = '%1';"), {name}, "TLxrgwh_Gzwh::load");
         bean.SetSfsy(used.size() > 0 ? QStringLiteral("√") : QStringLiteral("未使用"));
         m_trades << bean;
     }
@@ -113,9 +115,12 @@ void TLxrgwh_Gzwh::setCurrentRow(int row)
 
 void TLxrgwh_Gzwh::slotShowTjgc()
 {
-    TLxrgwh_Gzwh_Add dialog(names(), this);
-    if (zTitleModal::ShowModal(&dialog) == 0)
-        addTrade(dialog.name());
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh_Gzwh", "TLxrgwh_Gzwh::slotShowTjgc")
+    {
+        TLxrgwh_Gzwh_Add dialog(names(), this);
+        if (zTitleModal::ShowModal(&dialog) == 0)
+            addTrade(dialog.name());
+    };
 }
 
 void TLxrgwh_Gzwh::addTrade(const QString& name)
@@ -131,21 +136,27 @@ void TLxrgwh_Gzwh::addTrade(const QString& name)
 
 void TLxrgwh_Gzwh::slotShowXg()
 {
-    const int row = currentRow();
-    if (row < 0)
-        return;
-    if (m_trades.at(row).GetSfsy() != QStringLiteral("未使用")) {
-        showInformation(this, QStringLiteral("提示"), QStringLiteral("不能修改已使用的工种"));
-        return;
-    }
-    TLxrgwh_Gzwh_Xg dialog(names(), this);
-    connect(&dialog, &TLxrgwh_Gzwh_Xg::setXgDataGz, this, &TLxrgwh_Gzwh::getDataGz);
-    zTitleModal::ShowModal(&dialog);
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh_Gzwh", "TLxrgwh_Gzwh::slotShowXg")
+    {
+        const int row = currentRow();
+        if (row < 0)
+            return;
+        if (m_trades.at(row).GetSfsy() != QStringLiteral("未使用")) {
+            showInformation(this, QStringLiteral("提示"), QStringLiteral("不能修改已使用的工种"));
+            return;
+        }
+        TLxrgwh_Gzwh_Xg dialog(names(), this);
+        connect(&dialog, &TLxrgwh_Gzwh_Xg::setXgDataGz, this, &TLxrgwh_Gzwh::getDataGz);
+        zTitleModal::ShowModal(&dialog);
+    };
 }
 
 void TLxrgwh_Gzwh::getDataGz(const QString& name)
 {
-    modifyTrade(currentRow(), name);
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh_Gzwh", "TLxrgwh_Gzwh::getDataGz")
+    {
+        modifyTrade(currentRow(), name);
+    };
 }
 
 void TLxrgwh_Gzwh::modifyTrade(int row, const QString& name)
@@ -159,38 +170,47 @@ void TLxrgwh_Gzwh::modifyTrade(int row, const QString& name)
 
 void TLxrgwh_Gzwh::slotDelete()
 {
-    const int row = currentRow();
-    if (row < 0)
-        return;
-    if (m_trades.at(row).GetSfsy() != QStringLiteral("未使用")) {
-        showInformation(this, QStringLiteral("提示"), QStringLiteral("不能删除已使用的工种"));
-        return;
-    }
-    m_trades.removeAt(row);
-    save();
-    showTrades();
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh_Gzwh", "TLxrgwh_Gzwh::slotDelete")
+    {
+        const int row = currentRow();
+        if (row < 0)
+            return;
+        if (m_trades.at(row).GetSfsy() != QStringLiteral("未使用")) {
+            showInformation(this, QStringLiteral("提示"), QStringLiteral("不能删除已使用的工种"));
+            return;
+        }
+        m_trades.removeAt(row);
+        save();
+        showTrades();
+    };
 }
 
 void TLxrgwh_Gzwh::slotPick()
 {
-    const int row = currentRow();
-    if (row < 0)
-        return;
-    emit signalTradePicked(m_trades.at(row).GetDat());
-    accept();
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh_Gzwh", "TLxrgwh_Gzwh::slotPick")
+    {
+        const int row = currentRow();
+        if (row < 0)
+            return;
+        emit signalTradePicked(m_trades.at(row).GetDat());
+        accept();
+    };
 }
 
 void TLxrgwh_Gzwh::slotMove(int how)
 {
-    const int row = currentRow();
-    if (row < 0)
-        return;
-    const int last = m_trades.size() - 1;
-    const int to = how == 0 ? row - 1 : how == 1 ? row + 1 : how == 2 ? 0 : last;
-    if (to < 0 || to > last || to == row)
-        return;
-    m_trades.move(row, to);
-    save();
-    showTrades();
-    setCurrentRow(to);
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh_Gzwh", "TLxrgwh_Gzwh::slotMove")
+    {
+        const int row = currentRow();
+        if (row < 0)
+            return;
+        const int last = m_trades.size() - 1;
+        const int to = how == 0 ? row - 1 : how == 1 ? row + 1 : how == 2 ? 0 : last;
+        if (to < 0 || to > last || to == row)
+            return;
+        m_trades.move(row, to);
+        save();
+        showTrades();
+        setCurrentRow(to);
+    };
 }

@@ -1,5 +1,7 @@
 #include "TLxrgwh_Gzwh_Add.h"
 
+#include "TarvoGuard.h"
+
 #include "zMessageBox.h"
 
 #include <QHBoxLayout>
@@ -47,6 +49,9 @@ bool TLxrgwh_Gzwh_Add::takeName()
 
 void TLxrgwh_Gzwh_Add::onOk()
 {
-    if (takeName())
-        accept();
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh_Gzwh_Add", "TLxrgwh_Gzwh_Add::onOk")
+    {
+        if (takeName())
+            accept();
+    };
 }

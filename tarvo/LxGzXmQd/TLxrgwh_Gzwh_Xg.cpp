@@ -1,5 +1,7 @@
 #include "TLxrgwh_Gzwh_Xg.h"
 
+#include "TarvoGuard.h"
+
 #include <QLabel>
 #include <QPushButton>
 
@@ -20,8 +22,11 @@ TLxrgwh_Gzwh_Xg::TLxrgwh_Gzwh_Xg(const QStringList& existing, QWidget* parent)
 
 void TLxrgwh_Gzwh_Xg::onOkModify()
 {
-    if (!takeName())
-        return;
-    emit setXgDataGz(m_name);
-    accept();
+    TARVO_GUARD("LxGzXmQd\\TLxrgwh_Gzwh_Xg", "TLxrgwh_Gzwh_Xg::onOkModify")
+    {
+        if (!takeName())
+            return;
+        emit setXgDataGz(m_name);
+        accept();
+    };
 }

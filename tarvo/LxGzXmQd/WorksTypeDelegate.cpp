@@ -1,4 +1,6 @@
 #include "WorksTypeDelegate.h"
+
+#include "TarvoGuard.h"
 #include "WorksTypeList.h"
 
 #include <QAbstractItemView>
@@ -28,11 +30,14 @@ QWidget* WorksTypeDelegate::createEditor(QWidget* parent, const QStyleOptionView
 
 void WorksTypeDelegate::slotEditFinished(QWidget* editor)
 {
-    auto* combo = qobject_cast<QComboBox*>(editor);
-    const QString text = combo ? combo->currentText().trimmed() : QString();
-    if (text.isEmpty() || WorksTypeList::Shared().contains(text))
-        return;
-    qDebug() << "Add Item" << text;
-    WorksTypeList::Shared().append(text);
-    WorksTypeList::Append(text);
+    TARVO_GUARD("LxGzXmQd\\WorksTypeDelegate", "WorksTypeDelegate::slotEditFinished")
+    {
+        auto* combo = qobject_cast<QComboBox*>(editor);
+        const QString text = combo ? combo->currentText().trimmed() : QString();
+        if (text.isEmpty() || WorksTypeList::Shared().contains(text))
+            return;
+        qDebug() << "Add Item" << text;
+        WorksTypeList::Shared().append(text);
+        WorksTypeList::Append(text);
+    };
 }

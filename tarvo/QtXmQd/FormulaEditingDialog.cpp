@@ -1,5 +1,7 @@
 #include "FormulaEditingDialog.h"
 
+#include "TarvoGuard.h"
+
 #include "ConstructionWorks.h"
 #include "DataManagement.h"
 #include "FyBlBusiness.h"
@@ -93,8 +95,12 @@ FormulaEditingDialog::FormulaEditingDialog(QWidget* parent, bool isVAT)
                               QStringLiteral("/"), QStringLiteral("("), QStringLiteral(")")}) {
         auto* button = new zBaseButton(op, this);
         button->setFixedWidth(32);
-        connect(button, &QPushButton::clicked, this,
-                [this, button] { insertText(button->text()); });
+        connect(button, &QPushButton::clicked, this, [this, button] {
+            TARVO_GUARD("QtXmQd\\FormulaEditingDialog", "FormulaEditingDialog::insertText")
+            {
+                insertText(button->text());
+            };
+        });
         tools->addWidget(button);
     }
     layout->addLayout(tools);
@@ -156,9 +162,12 @@ void FormulaEditingDialog::buildMenus()
     auto addItem = [this](QMenu* menu, const QString& text) {
         QAction* action = menu->addAction(text);
         connect(action, &QAction::triggered, this, [this, menu, text] {
-            // A group item stands for its full name: the group's title in front.
-            auto* base = qobject_cast<zBaseMenu*>(menu);
-            insertText((base ? base->title() : QString()) + text);
+            TARVO_GUARD("QtXmQd\\FormulaEditingDialog", "FormulaEditingDialog::insertText")
+            {
+                // A group item stands for its full name: the group's title in front.
+                auto* base = qobject_cast<zBaseMenu*>(menu);
+                insertText((base ? base->title() : QString()) + text);
+            };
         });
     };
     for (int position : ProjectVariablePositions())
@@ -219,33 +228,36 @@ void FormulaEditingDialog::LoadRates(ProTreeNode* node)
 
 void FormulaEditingDialog::slotExtractRates()
 {
-    if (!m_node)
-        return;
-    const int project = ProTreeNode::ProjectIndex(m_node);
-    const int audit = ProTreeNode::AuditVersion(m_node);
-    const int id = ProTreeNode::Id(m_node);
-    QString text;
-    QString number;
-    int unit = 0;
-    if (XmBjHzbBusiness::GetDeCdFl(project, audit, id, text)) {
-        // A text without a sign changes nothing here...
-        if (splitRate(text, number, unit)) {
-            m_deCdFlUnit->setCurrentIndex(unit);
-            m_deCdFl->setText(number);
-        }
-    } else {
-        showInformation(this, QStringLiteral("提示"),
-                        QStringLiteral("没有找到工程定额测定费费率定义数据"));
-    }
-    if (XmBjHzbBusiness::GetSjFl(project, audit, id, text)) {
-        // ...and is taken as it stands here.
-        if (splitRate(text, number, unit)) {
-            m_sjFlUnit->setCurrentIndex(unit);
-            m_sjFl->setText(number);
+    TARVO_GUARD("QtXmQd\\FormulaEditingDialog", "FormulaEditingDialog::slotExtractRates")
+    {
+        if (!m_node)
+            return;
+        const int project = ProTreeNode::ProjectIndex(m_node);
+        const int audit = ProTreeNode::AuditVersion(m_node);
+        const int id = ProTreeNode::Id(m_node);
+        QString text;
+        QString number;
+        int unit = 0;
+        if (XmBjHzbBusiness::GetDeCdFl(project, audit, id, text)) {
+            // A text without a sign changes nothing here...
+            if (splitRate(text, number, unit)) {
+                m_deCdFlUnit->setCurrentIndex(unit);
+                m_deCdFl->setText(number);
+            }
         } else {
-            m_sjFl->setText(text);
+            showInformation(this, QStringLiteral("提示"),
+                            QStringLiteral("没有找到工程定额测定费费率定义数据"));
         }
-    }
+        if (XmBjHzbBusiness::GetSjFl(project, audit, id, text)) {
+            // ...and is taken as it stands here.
+            if (splitRate(text, number, unit)) {
+                m_sjFlUnit->setCurrentIndex(unit);
+                m_sjFl->setText(number);
+            } else {
+                m_sjFl->setText(text);
+            }
+        }
+    };
 }
 
 bool FormulaEditingDialog::checkFormula()
@@ -279,24 +291,30 @@ QString FormulaEditingDialog::resultText() const
 
 void FormulaEditingDialog::slotTest()
 {
-    if (!checkFormula())
-        return;
-    ConstructionWorks* works = DataManagement::getInstance()->GetContructWorks(m_node);
-    double value = 0;
-    QString error;
-    if (works && VXParseAlg::getInstance()->ExpCalc(m_formula->toPlainText(),
-                                                    FyBlBusiness::GetInstance()->variables(works),
-                                                    value, error))
-        m_result->setText(QStringLiteral("计算结果：%1")
-                              .arg(works->getJfszTable()->TotalFloatFormatToStr(
-                                  std::round(value * 100) / 100, -1)));
-    showInformation(this, QStringLiteral("提示"), QStringLiteral("计算公式正确！"));
+    TARVO_GUARD("QtXmQd\\FormulaEditingDialog", "FormulaEditingDialog::slotTest")
+    {
+        if (!checkFormula())
+            return;
+        ConstructionWorks* works = DataManagement::getInstance()->GetContructWorks(m_node);
+        double value = 0;
+        QString error;
+        if (works && VXParseAlg::getInstance()->ExpCalc(
+                         m_formula->toPlainText(), FyBlBusiness::GetInstance()->variables(works),
+                         value, error))
+            m_result->setText(QStringLiteral("计算结果：%1")
+                                  .arg(works->getJfszTable()->TotalFloatFormatToStr(
+                                      std::round(value * 100) / 100, -1)));
+        showInformation(this, QStringLiteral("提示"), QStringLiteral("计算公式正确！"));
+    };
 }
 
 void FormulaEditingDialog::slotAccept()
 {
-    if (checkFormula())
-        accept();
+    TARVO_GUARD("QtXmQd\\FormulaEditingDialog", "FormulaEditingDialog::slotAccept")
+    {
+        if (checkFormula())
+            accept();
+    };
 }
 
 void FormulaEditingDialog::SetFormula(const QString& formula)

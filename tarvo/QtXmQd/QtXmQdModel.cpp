@@ -1,5 +1,7 @@
 #include "QtXmQdModel.h"
 
+#include "TarvoGuard.h"
+
 #include "AmountEditor.h"
 #include "QtXmQdJJjbBusiness.h"
 #include "SkinManager.h"
@@ -21,7 +23,10 @@ QtXmQdModel::QtXmQdModel(QObject* parent)
 
 void QtXmQdModel::slotToEditFormula(QString formula)
 {
-    emit signalEditFormulaRequested(m_amountEditor->row(), formula);
+    TARVO_GUARD("QtXmQd\\QtXmQdModel", "QtXmQdModel::slotToEditFormula")
+    {
+        emit signalEditFormulaRequested(m_amountEditor->row(), formula);
+    };
 }
 
 QtXmQdHzTable* QtXmQdModel::pageTable() const

@@ -52,14 +52,22 @@ QtXmQdSjWidget::QtXmQdSjWidget(AuditBusiness* audit, QWidget* parent)
     connect(static_cast<QtXmQdModel*>(model()), &QtXmQdModel::signalEditFormulaRequested, this,
             [this](int row, const QString&) {
                 // Out of the editor's event handling before the dialog runs.
-                QTimer::singleShot(0, this, [this, row] { EditFormula(row); });
+                QTimer::singleShot(0, this, [this, row] {
+                    TARVO_GUARD("QtXmQd\\QtXmQdSjWidget", "QtXmQdSjWidget::EditFormula")
+                    {
+                        EditFormula(row);
+                    };
+                });
             });
     view()->installEventFilter(this);
     view()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(view(), &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
-        QMenu menu(this);
-        menu.addActions(contextActions());
-        menu.exec(view()->viewport()->mapToGlobal(pos));
+        TARVO_GUARD("QtXmQd\\QtXmQdSjWidget", "QtXmQdSjWidget::contextMenu")
+        {
+            QMenu menu(this);
+            menu.addActions(contextActions());
+            menu.exec(view()->viewport()->mapToGlobal(pos));
+        };
     });
 }
 

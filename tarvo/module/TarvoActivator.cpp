@@ -1,4 +1,6 @@
 #include "TarvoActivator.h"
+
+#include "TarvoGuard.h"
 #include "TarvoService.h"
 
 #include "BundleActivatorFactory.h"
@@ -29,20 +31,26 @@ TarvoActivator::~TarvoActivator()
 
 void TarvoActivator::Start(const std::string& name)
 {
-    const std::string serviceName = QStringLiteral("TarvoService").toStdString();
-    if (!sameName(serviceName, name) || m_service)
-        return;
-    m_service = new TarvoService;
-    osgi::ObjectHelper::AddService(m_service, name);
+    TARVO_GUARD("module\\TarvoActivator", "TarvoActivator::Start")
+    {
+        const std::string serviceName = QStringLiteral("TarvoService").toStdString();
+        if (!sameName(serviceName, name) || m_service)
+            return;
+        m_service = new TarvoService;
+        osgi::ObjectHelper::AddService(m_service, name);
+    };
 }
 
 void TarvoActivator::Stop(const std::string& name)
 {
-    if (!m_service)
-        return;
-    if (!sameName(m_service->GetServiceName().toStdString(), name))
-        return;
-    osgi::ObjectHelper::RemoveService(name);
-    delete m_service;
-    m_service = nullptr;
+    TARVO_GUARD("module\\TarvoActivator", "TarvoActivator::Stop")
+    {
+        if (!m_service)
+            return;
+        if (!sameName(m_service->GetServiceName().toStdString(), name))
+            return;
+        osgi::ObjectHelper::RemoveService(name);
+        delete m_service;
+        m_service = nullptr;
+    };
 }

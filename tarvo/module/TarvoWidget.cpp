@@ -111,8 +111,11 @@ TarvoWidget::TarvoWidget(const QMap<QString, SerContentInfo>& serviceContent,
     connect(m_tabs, SIGNAL(signalCurPageIndexChanged(int)), this, SLOT(slotCurTabChanged(int)));
     // A closed project's node is freed with it: tab changes must not write to it any more.
     connect(DataManagement::getInstance(), &DataManagement::projectClosed, this, [this](int index) {
-        if (m_currentNode && ProTreeNode::ProjectIndex(m_currentNode) == index)
-            m_currentNode = nullptr;
+        TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::projectClosed")
+        {
+            if (m_currentNode && ProTreeNode::ProjectIndex(m_currentNode) == index)
+                m_currentNode = nullptr;
+        };
     });
     connect(m_tabs, &zProTabWidget::signalCreateTabWidget, this, &TarvoWidget::slotCreateTabWidget);
     connect(m_tabs, &zProTabWidget::signalToDeleteTabWidget, this,
@@ -316,7 +319,10 @@ void TarvoWidget::slotTabPageChanged(
 
 void TarvoWidget::slotTabOperateMsg(QString strMsg)
 {
-    showInformation(this, QStringLiteral("操作提示"), strMsg);
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotTabOperateMsg")
+    {
+        showInformation(this, QStringLiteral("操作提示"), strMsg);
+    };
 }
 
 void TarvoWidget::slotRemoveTabWidget(TabPageInfo* pTabPageInfo)
@@ -334,25 +340,40 @@ void TarvoWidget::slotRemoveTabWidget(TabPageInfo* pTabPageInfo)
 
 void TarvoWidget::slotHeaderTemplateChanged(QString strHeaderTempName)
 {
-    Communication::GetInstance()->SendMsg(4, 7002, QVariant(strHeaderTempName));
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotHeaderTemplateChanged")
+    {
+        Communication::GetInstance()->SendMsg(4, 7002, QVariant(strHeaderTempName));
+    };
 }
 
 void TarvoWidget::slotSaveTableheaderTemp()
 {
-    Communication::GetInstance()->SendMsg(4, 7003, QVariant());
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotSaveTableheaderTemp")
+    {
+        Communication::GetInstance()->SendMsg(4, 7003, QVariant());
+    };
 }
 
 void TarvoWidget::slotModifyCurrentColumnTittle()
 {
-    Communication::GetInstance()->SendMsg(4, 7004, QVariant());
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotModifyCurrentColumnTittle")
+    {
+        Communication::GetInstance()->SendMsg(4, 7004, QVariant());
+    };
 }
 
 void TarvoWidget::slotTableHeaderAdvancedSetting()
 {
-    Communication::GetInstance()->SendMsg(4, 7005, QVariant());
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotTableHeaderAdvancedSetting")
+    {
+        Communication::GetInstance()->SendMsg(4, 7005, QVariant());
+    };
 }
 
 void TarvoWidget::slotTabMenuAboutToShow()
 {
-    Communication::GetInstance()->SendMsg(4, 7006, QVariant());
+    TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotTabMenuAboutToShow")
+    {
+        Communication::GetInstance()->SendMsg(4, 7006, QVariant());
+    };
 }

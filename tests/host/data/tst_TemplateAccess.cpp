@@ -2,6 +2,7 @@
 #include "TestProject.h"
 
 #include "AuditBusiness.h"
+#include "JsonSchemaCheck.h"
 #include "TemplateAccess.h"
 
 #include <QTemporaryDir>
@@ -55,13 +56,28 @@ private slots:
             << QByteArray(R"({"format": "Tarvo content template", "tableType": 101, "rows": []})")
             << QString("其他清单");
         QTest::newRow("bad field")
-            << QByteArray(R"({"format": "Tarvo content template", "tableType": 104,
+            << QByteArray(R"({"format": "Tarvo content template", "version": 1, "tableType": 104,
                   "rows": [{"kind": 0, "fields": {"2": "甲"}}, {"kind": 0, "fields": {"x": 1}}]})")
             << QString("字段号");
         QTest::newRow("bad row")
-            << QByteArray(
-                   R"({"format": "Tarvo content template", "tableType": 104, "rows": [{"kind": 0}, 5]})")
-            << QString("行数据格式错误");
+            << QByteArray(R"({"format": "Tarvo content template", "version": 1, "tableType": 104,
+                  "rows": [{"kind": 0}, 5]})")
+            << QString("模板“t”无法使用：/rows/1 的值 5 类型不符");
+        QTest::newRow("no rows")
+            << QByteArray(R"({"format": "Tarvo content template", "version": 1, "tableType": 104})")
+            << QString("缺少必需的项");
+        QTest::newRow("empty rows")
+            << QByteArray(R"({"format": "Tarvo content template", "version": 1, "tableType": 104,
+                  "rows": []})")
+            << QString("模板“t”无法使用：/rows 的值 [] 项数少于要求");
+        QTest::newRow("other version")
+            << QByteArray(R"({"format": "Tarvo content template", "version": 2, "tableType": 104,
+                  "rows": [{"kind": 0}]})")
+            << QString("模板“t”无法使用：/version 的值 2 不是允许的值");
+        QTest::newRow("kind as text")
+            << QByteArray(R"({"format": "Tarvo content template", "version": 1, "tableType": 104,
+                  "rows": [{"kind": "1"}]})")
+            << QString("模板“t”无法使用：/rows/0/kind 的值 \"1\" 类型不符");
     }
 
     void refusalsLeaveTheTableAlone()
@@ -76,6 +92,32 @@ private slots:
         QVERIFY2(error.contains(reason), qPrintable(error));
         QVERIFY(error.contains("“t”"));
         QCOMPARE(table.count(), 1);
+    }
+
+    // Every configuration file the program ships validates against the schema of its kind.
+    void shippedFilesValidate()
+    {
+        const QDir app(qEnvironmentVariable("TARVO_APP_PATH"));
+        const struct
+        {
+            QString folder;
+            QStringList patterns;
+            QString kind;
+        } kinds[] = {{"Template/GCSZ", {"*.gfqd", "*.qtxm", "*.lxgz"}, "content-template"},
+                     {"Config/TableHeader", {"*.json"}, "table-header"}};
+        int checked = 0;
+        for (const auto& kind : kinds) {
+            for (const QFileInfo& info :
+                 QDir(app.filePath(kind.folder)).entryInfoList(kind.patterns, QDir::Files)) {
+                QFile file(info.filePath());
+                QVERIFY(file.open(QIODevice::ReadOnly));
+                QString problem;
+                QVERIFY2(JsonSchemaCheck::validate(file.readAll(), kind.kind, &problem),
+                         qPrintable(info.fileName() + ": " + problem));
+                ++checked;
+            }
+        }
+        QVERIFY(checked >= 15);
     }
 
     void submittedRelationMarksChangedAndAddedRows()

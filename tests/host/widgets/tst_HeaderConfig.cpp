@@ -54,40 +54,62 @@ private slots:
         QVERIFY(c.columns.first().visible);
     }
 
+    // Refusals name the JSON pointer and the value as written: nothing is replaced by a default.
     void badFilesAreRefusedWithTheReason_data()
     {
         QTest::addColumn<QByteArray>("json");
         QTest::addColumn<QString>("error");
         QTest::newRow("not json") << QByteArray("{\"columns\": [")
-                                  << QString("表头配置不是有效的JSON");
-        QTest::newRow("array root") << QByteArray("[]") << QString("表头配置不是有效的JSON");
+                                  << QString("表头配置无效：不是有效的JSON（第13字节：");
+        QTest::newRow("array root")
+            << QByteArray("[]") << QString("表头配置无效：/ 的值 [] 类型不符");
         QTest::newRow("no columns")
-            << QByteArray("{\"listName\":\"x\"}") << QString("表头配置没有任何列");
-        QTest::newRow("empty columns")
-            << QByteArray("{\"columns\":[]}") << QString("表头配置没有任何列");
+            << QByteArray("{\"listName\":\"x\"}")
+            << QString("表头配置无效：/ 的值 {\"listName\":\"x\"} 缺少必需的项");
+        QTest::newRow("empty columns") << QByteArray("{\"columns\":[]}")
+                                       << QString("表头配置无效：/columns 的值 [] 项数少于要求");
         QTest::newRow("columns object")
-            << QByteArray("{\"columns\":{\"field\":1}}") << QString("表头配置没有任何列");
-        QTest::newRow("no field") << QByteArray(R"({"columns":[{"title":"金额"}]})")
-                                  << QString("表头配置的列“金额”缺少字段号");
+            << QByteArray("{\"columns\":{\"field\":1}}")
+            << QString("表头配置无效：/columns 的值 {\"field\":1} 类型不符");
+        QTest::newRow("no field")
+            << QByteArray(R"({"columns":[{"title":"金额"}]})")
+            << QString("表头配置无效：/columns/0 的值 {\"title\":\"金额\"} 缺少必需的项");
         QTest::newRow("field as text")
             << QByteArray(R"({"columns":[{"field":"3","title":"金额"}]})")
-            << QString("表头配置的列“金额”缺少字段号");
+            << QString("表头配置无效：/columns/0/field 的值 \"3\" 类型不符");
         QTest::newRow("fractional field")
             << QByteArray(R"({"columns":[{"field":2.5,"title":"金额"}]})")
-            << QString("表头配置的列“金额”缺少字段号");
+            << QString("表头配置无效：/columns/0/field 的值 2.5 类型不符");
         QTest::newRow("negative field")
             << QByteArray(R"({"columns":[{"field":-1,"title":"金额"}]})")
-            << QString("表头配置的列“金额”缺少字段号");
+            << QString("表头配置无效：/columns/0/field 的值 -1 小于允许的最小值");
+        QTest::newRow("huge field")
+            << QByteArray(R"({"columns":[{"field":1e10}]})")
+            << QString("表头配置无效：/columns/0/field 的值 10000000000.0 类型不符");
         QTest::newRow("zero width")
             << QByteArray(R"({"columns":[{"field":3,"title":"金额","width":0}]})")
-            << QString("表头配置的列“金额”宽度无效");
+            << QString("表头配置无效：/columns/0/width 的值 0 小于允许的最小值");
+        QTest::newRow("width as text")
+            << QByteArray(R"({"columns":[{"field":3,"width":"abc"}]})")
+            << QString("表头配置无效：/columns/0/width 的值 \"abc\" 类型不符");
+        QTest::newRow("visible as text")
+            << QByteArray(R"({"columns":[{"field":3,"visible":"no"}]})")
+            << QString("表头配置无效：/columns/0/visible 的值 \"no\" 类型不符");
         QTest::newRow("bad align")
             << QByteArray(R"({"columns":[{"field":3,"title":"金额","align":"middle"}]})")
-            << QString("表头配置的列“金额”对齐方式“middle”无效");
+            << QString("表头配置无效：/columns/0/align 的值 \"middle\" 不是允许的值");
         QTest::newRow("row height") << QByteArray(R"({"rowHeight":0,"columns":[{"field":3}]})")
-                                    << QString("表头配置的行高0无效");
+                                    << QString("表头配置无效：/rowHeight 的值 0 小于允许的最小值");
+        QTest::newRow("row height as text")
+            << QByteArray(R"({"rowHeight":"24","columns":[{"field":3}]})")
+            << QString("表头配置无效：/rowHeight 的值 \"24\" 类型不符");
         QTest::newRow("font size") << QByteArray(R"({"font":{"size":-4},"columns":[{"field":3}]})")
-                                   << QString("表头配置的字号-4无效");
+                                   << QString("表头配置无效：/font/size 的值 -4 小于允许的最小值");
+        QByteArray deep;
+        for (int i = 0; i < 50000; ++i)
+            deep += "[";
+        QTest::newRow("deep nesting")
+            << QByteArray("{\"columns\":" + deep) << QString("表头配置无效：不是有效的JSON");
     }
 
     void badFilesAreRefusedWithTheReason()

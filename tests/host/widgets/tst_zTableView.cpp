@@ -170,7 +170,8 @@ private slots:
 
         zTableView::callSwitchTableHeaderConfig(&view, 1, 1, "坏模板");
         QCOMPARE(InteractionSeam::lastShown().kind, QString("warning"));
-        QCOMPARE(InteractionSeam::lastShown().text, QString("表头配置的列“名称”宽度无效"));
+        QCOMPARE(InteractionSeam::lastShown().text,
+                 QString("表头配置无效：/columns/0/width 的值 -5 小于允许的最小值"));
         QCOMPARE(model.columnCount(), 3);
         QCOMPARE(view.currentTemplateName(), QString("默认表头"));
 

@@ -11,8 +11,10 @@
 #include "LxGzXmQd/WorksTypeList.h"
 #include "common/BillModel.h"
 
+#include "BusinessFaultInjection.h"
 #include "HostConstants.h"
 #include "InteractionSeam.h"
+#include "ProcExceptionNew.h"
 #include "SharedInterface.h"
 #include "zBatMessage.h"
 #include "zTableView.h"
@@ -231,6 +233,32 @@ private slots:
         QVERIFY(page.sporadicWidget()->isReadOnly());
     }
 
+    void throwingBusinessCallIsReportedWithItsTag()
+    {
+        TestProject p;
+        LxGzXmRgDjQdTable* t = p.current->getTenderInventory()->getLxGzXmRgDjQdTable();
+        TestProject::row(t, 0, {{2, "普工"}, {4, 100.0}, {6, 10.0}});
+        LxGzXmQdWidget page;
+        QVariant node = QVariant::fromValue(p.unit);
+        page.ProcMsg(74, &node);
+        auto* grid = static_cast<LxGzXmQdSjWidget*>(page.sjWidget());
+        grid->view()->selectionModel()->select(grid->model()->index(0, 1),
+                                               QItemSelectionModel::Select);
+        ClearExceptionReports();
+        BusinessFaultInjection::setFault([] { throw QString("单价计算失败"); });
+        emit page.sporadicWidget()->signalSelectSporadicItem(150);
+        QCOMPARE(RecentExceptionReports().size(), 1);
+        QCOMPARE(RecentExceptionReports().first().tag,
+                 QString("LxGzXmQdSjWidget::slotSelectSporadicItem"));
+        QCOMPARE(RecentExceptionReports().first().what, QString("单价计算失败"));
+        QCOMPARE(t->at(0)->getDouble(4), 100.0);
+        // The page goes on: the next pick works.
+        grid->view()->selectionModel()->select(grid->model()->index(0, 1),
+                                               QItemSelectionModel::Select);
+        emit page.sporadicWidget()->signalSelectSporadicItem(150);
+        QCOMPARE(t->at(0)->getDouble(4), 150.0);
+    }
+
     void regionReuseStoresALeadingBlank()
     {
         TLxrgwh dialog("成都市区", "2021年5月");
@@ -268,7 +296,8 @@ private slots:
         QCOMPARE(InteractionSeam::lastShown().text, QString("确定删除当前行吗？"));
         QCOMPARE(dialog.rows().size(), 0);
         // A quote breaks the statement: logged, nothing else changes.
-        QVERIFY(!LxrgStore::Exec("UPDATE lxrg SET gz = 'a'b' WHERE fid = '1'", "test"));
+        QVERIFY(
+            !LxrgStore::Exec("UPDATE lxrg SET gz = '%1' WHERE fid = '%2'", {"a'b", "1"}, "test"));
     }
 
     void tradesInUseAreProtected()
