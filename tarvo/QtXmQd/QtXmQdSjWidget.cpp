@@ -237,19 +237,23 @@ QString QtXmQdSjWidget::CalculatedCellHint()
 
 bool QtXmQdSjWidget::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == view() && event->type() == QEvent::KeyPress) {
+    if (watched != view() || event->type() != QEvent::KeyPress)
+        return BillSjWidget::eventFilter(watched, event);
+    bool refused = false;
+    TARVO_GUARD("QtXmQd\\QtXmQdSjWidget", "QtXmQdSjWidget::eventFilter")
+    {
         auto* key = static_cast<QKeyEvent*>(event);
         const QModelIndex current = view()->currentIndex();
         // Only typed text: F2, Enter and moving keys keep their meaning.
-        if (!key->text().isEmpty() && key->text().at(0).isPrint() && current.isValid() &&
-            current.data(Qtitan::EditorRole).isValid()) {
-            if (auto* window =
-                    qobject_cast<QMainWindow*>(Communication::GetInstance()->GetMainWindow()))
-                window->statusBar()->showMessage(CalculatedCellHint(), 6000);
-            return true;
-        }
-    }
-    return BillSjWidget::eventFilter(watched, event);
+        refused = !key->text().isEmpty() && key->text().at(0).isPrint() && current.isValid() &&
+                  current.data(Qtitan::EditorRole).isValid();
+        if (!refused)
+            return;
+        if (auto* window =
+                qobject_cast<QMainWindow*>(Communication::GetInstance()->GetMainWindow()))
+            window->statusBar()->showMessage(CalculatedCellHint(), 6000);
+    };
+    return refused || BillSjWidget::eventFilter(watched, event);
 }
 
 void QtXmQdSjWidget::AmountReminder(int row)
