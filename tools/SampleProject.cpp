@@ -97,13 +97,84 @@ QString text(const char* s)
     return QString::fromUtf8(s);
 }
 
-void fillFeeVariables(ConstructionWorks* works, double divisional, double measures)
+// The 分部分项 and 措施项目 bills lie outside these lists: their totals and breakdowns are the
+// entered fee variables the other lists start from. Shares as a building bill would have them.
+void fillFeeVariables(ConstructionWorks* works, double divisional, double measures, double area,
+                      bool general)
 {
     FyBlBusiness* fyBl = FyBlBusiness::GetInstance();
-    fyBl->setValue(works, QStringLiteral("分部分项工程费"), divisional);
-    fyBl->setValue(works, QStringLiteral("措施项目费"), measures);
-    fyBl->setValue(works, QStringLiteral("安全文明施工费"), std::round(divisional * 0.0485));
-    fyBl->setValue(works, QStringLiteral("分部分项人工费"), std::round(divisional * 0.22));
+    auto set = [&](const char* name, double value) {
+        fyBl->setValue(works, QString::fromUtf8(name), std::round(value * 100) / 100);
+    };
+    // Rates are fractions and keep their digits.
+    auto setRate = [&](const char* name, double value) {
+        fyBl->setValue(works, QString::fromUtf8(name), value);
+    };
+    const double d = divisional;
+    set("分部分项工程费", d);
+    set("分部分项人工费", d * 0.22);
+    set("分部分项材料费", d * 0.58);
+    set("分部分项机械费", d * 0.06);
+    set("分部分项管理费", d * 0.08);
+    set("分部分项利润", d * 0.06);
+    set("分部分项主材费", d * 0.30);
+    set("分部分项设备费", d * 0.05);
+    set("分部分项暂估材料费", d * 0.04);
+    set("分部分项甲供材料费", d * 0.02);
+    set("分部分项定额人工费", d * 0.22 * 0.87);
+    set("分部分项定额材料费", d * 0.58 * 0.95);
+    set("分部分项定额机械费", d * 0.06 * 0.97);
+    set("分部分项安全文明施工费", 0);
+
+    const double m = measures;
+    set("措施项目费", m);
+    set("措施项目人工费", m * 0.30);
+    set("措施项目材料费", m * 0.40);
+    set("措施项目机械费", m * 0.15);
+    set("措施项目管理费", m * 0.09);
+    set("措施项目利润", m * 0.06);
+    // Lump-sum measures at their rates of the 分部分项 bill; unit-rate measures are the rest.
+    const struct
+    {
+        const char* name;
+        const char* rateName;
+        double rate;
+    } lumpSum[] = {{"措施项目安全文明施工费", "安全文明施工费费率", 0.0285},
+                   {"措施项目夜间施工增加费", "夜间施工增加费费率", 0.002},
+                   {"措施项目二次搬运费", "二次搬运费费率", 0.003},
+                   {"措施项目冬雨季施工增加费", "冬雨季施工增加费费率", 0.0025},
+                   {"措施项目已完工程及设备保护费", "已完工程保护费费率", 0.001},
+                   {"措施项目工程定位复测费", "工程定位复测费费率", 0.001}};
+    double lump = 0;
+    for (const auto& item : lumpSum) {
+        const double value = std::round(d * item.rate * 100) / 100;
+        set(item.name, value);
+        setRate(item.rateName, item.rate);
+        lump += value;
+    }
+    const double safety = std::round(d * 0.0285 * 100) / 100;
+    set("环境保护费", safety * 0.10);
+    set("文明施工费", safety * 0.30);
+    set("安全施工费", safety * 0.35);
+    set("临时设施费", safety - std::round(safety * 0.75 * 100) / 100);
+    set("措施项目总价措施项目费", lump);
+    const double unitRate = m - std::round(lump * 100) / 100;
+    set("措施项目单价措施项目费", unitRate);
+    set("脚手架工程费", unitRate * 0.35);
+    set("混凝土模板及支架费", unitRate * 0.40);
+    set("垂直运输费", unitRate * 0.15);
+    set("大型机械进出场及安拆费", unitRate * 0.07);
+    set("施工排水降水费", unitRate * 0.03);
+    set("单价措施人工费", unitRate * 0.30);
+    set("总价措施人工费", m * 0.30 - unitRate * 0.30);
+    setRate("管理费费率", 0.0825);
+    setRate("利润率", 0.065);
+    set("建筑面积", area);
+    set("签证索赔项目签证费用", 0);
+    set("签证索赔项目索赔费用", 0);
+    setRate("工程定额测定费费率", 0.0014);
+    setRate("税金费率", general ? 0.09 : 0.03);
+    works->setXtBl(10, general ? QStringLiteral("9%") : QStringLiteral("3%"));
 }
 
 void fillOtherItems(ConstructionWorks* works, double divisional)
@@ -136,7 +207,7 @@ void fillOtherItems(ConstructionWorks* works, double divisional)
            {{1, QStringLiteral("4")},
             {2, QStringLiteral("总承包服务费")},
             {5, QStringLiteral("项")},
-            {3, QStringLiteral("分部分项工程费*0.015")},
+            {3, QStringLiteral("其他项目专业工程暂估价*0.015")},
             {4, QStringLiteral("按专业分包工程造价的1.5%")}});
     addRow(t, 1, {});
     addRow(t, 4, {{2, QStringLiteral("合计")}});
@@ -339,9 +410,13 @@ std::unique_ptr<ProjectWorks> BuildSampleProject()
         const char* single;
         const char* units[3];
         double divisional[3];
+        double area;
     } structure[] = {
-        {"教学楼", {"建筑与装饰工程", "给排水工程", "电气工程"}, {8650000, 612000, 985000}},
-        {"食堂及宿舍", {"建筑与装饰工程", "给排水工程", "电气照明工程"}, {5230000, 438000, 702000}},
+        {"教学楼", {"建筑与装饰工程", "给排水工程", "电气工程"}, {8650000, 612000, 985000}, 6800},
+        {"食堂及宿舍",
+         {"建筑与装饰工程", "给排水工程", "电气照明工程"},
+         {5230000, 438000, 702000},
+         5200},
     };
     int id = 1;
     int unitIndex = 0;
@@ -356,7 +431,8 @@ std::unique_ptr<ProjectWorks> BuildSampleProject()
             for (int audit = 0; audit < versions; ++audit) {
                 ConstructionWorks* works = project->ensureWorks(audit, ProTreeNode::Id(unit));
                 const double divisional = s.divisional[u] * (audit == 1 ? 0.97 : 1.0);
-                fillFeeVariables(works, divisional, std::round(divisional * 0.12));
+                fillFeeVariables(works, divisional, std::round(divisional * 0.12), s.area,
+                                 unitIndex % 2 == 0);
                 fillMaterials(works, random, unitIndex, 240 + 20 * u);
                 fillOtherItems(works, divisional);
                 fillDaywork(works, unitIndex + audit);

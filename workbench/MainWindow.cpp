@@ -12,6 +12,7 @@
 #include "ProjectFile.h"
 #include "RURecordControl.h"
 #include "StaticFileHelper.h"
+#include "UnitProjectCalc.h"
 #include "zFileDialog.h"
 #include "zMessageBox.h"
 
@@ -239,9 +240,17 @@ bool MainWindow::openProject(const QString& fileName)
     if (!maybeSave())
         return false;
     closeProject();
+    // Amounts follow from the rows: a stored amount that differs is updated in memory and
+    // said once; the file changes only when the user saves.
+    const UnitProjectCalc::Result recalculated = UnitProjectCalc::RecalculateProject(opened.get());
+    if (recalculated.changedAmounts > 0)
+        opened->setProjectWorkChanged(true);
     m_projectIndex = DataManagement::getInstance()->AddProjectWorks(std::move(opened));
     addRecent(path);
     showProject(project());
+    const QString message = UnitProjectCalc::OpeningMessage(recalculated);
+    if (!message.isEmpty())
+        statusBar()->showMessage(message, 20000);
     return true;
 }
 

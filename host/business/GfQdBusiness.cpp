@@ -3,16 +3,9 @@
 #include "BusinessFaultInjection.h"
 #include "FyBlBusiness.h"
 #include "TableOps.h"
-#include "VXParseAlg.h"
+#include "UnitProjectCalc.h"
 
 #include "ConstructionWorks.h"
-
-#include <cmath>
-
-static double round2(double v)
-{
-    return std::round(v * 100.0) / 100.0;
-}
 
 bool GfQdBusiness::ProcColunmValueChanged(ConstructionWorks* works, GfSjQdTable* table, int row,
                                           int field, const QVariant& value)
@@ -22,17 +15,34 @@ bool GfQdBusiness::ProcColunmValueChanged(ConstructionWorks* works, GfSjQdTable*
     if (!item)
         return false;
     QVariant stored = field == 3 ? QVariant(value.toString()) : TableOps::normalise(value);
-    if (field == 4 && stored.userType() == QMetaType::QString) {
-        // "3.41%" is a rate of 3.41.
-        QString text = stored.toString().trimmed();
-        if (text.endsWith(QLatin1Char('%')))
-            text.chop(1);
-        bool ok = false;
-        const double rate = text.toDouble(&ok);
-        stored = ok ? QVariant(rate) : QVariant();
-    }
+    if (field == 4 && !RateValue(value, stored))
+        return false;
+    const QVariant old = item->getValue(field);
     item->setValue(field, stored);
-    CalculateGfQdTable(works, table);
+    if (!UnitProjectCalc::RecalculateOwner(table, works).ok) {
+        item->setValue(field, old); // a base that closes a cycle is refused
+        return false;
+    }
+    return true;
+}
+
+bool GfQdBusiness::RateValue(const QVariant& value, QVariant& stored)
+{
+    if (value.userType() != QMetaType::QString)
+        return TableOps::numericValue(value, stored);
+    // The rate column is in percent: "3.41%" and "3.41" are both 3.41, "9‰" is 0.9.
+    QString text = value.toString().trimmed();
+    double scale = 1;
+    if (text.endsWith(QLatin1Char('%')) || text.endsWith(QChar(0xFF05))) {
+        text.chop(1);
+    } else if (text.endsWith(QChar(0x2030))) {
+        text.chop(1);
+        scale = 0.1;
+    }
+    if (!TableOps::numericValue(text, stored))
+        return false;
+    if (stored.isValid())
+        stored = stored.toDouble() * scale;
     return true;
 }
 
@@ -53,7 +63,7 @@ bool GfQdBusiness::RemoveItem(ConstructionWorks* works, GfSjQdTable* table, Base
     if (row < 0)
         return false;
     table->BaseDataItemRemoveAt(row);
-    CalculateGfQdTable(works, table);
+    UnitProjectCalc::RecalculateOwner(table, works);
     return true;
 }
 
@@ -69,42 +79,20 @@ bool GfQdBusiness::GridRowCanMove(GfSjQdTable* table, int from, int to)
 
 bool GfQdBusiness::GridRowMove(GfSjQdTable* table, int from, int to)
 {
-    return GridRowCanMove(table, from, to) && table->BaseDataItemMove(from, to);
+    if (!GridRowCanMove(table, from, to) || !table->BaseDataItemMove(from, to))
+        return false;
+    UnitProjectCalc::RecalculateOwner(table); // a rate is taken from the first row of its name
+    return true;
 }
 
 void GfQdBusiness::CalculateGfQdTable(ConstructionWorks* works, GfSjQdTable* table)
 {
-    if (!table)
-        return;
-    FyBlBusiness* fyBl = FyBlBusiness::GetInstance();
-    auto calculate = [&](int kind) {
-        const QHash<QString, double> vars = fyBl->variables(works);
-        double sum = 0;
-        for (BaseDataItem* item : table->items()) {
-            if (item->getKind() != kind)
-                continue;
-            double base = 0;
-            QString error;
-            const QString expr = item->getValue(3).toString();
-            if (!expr.trimmed().isEmpty() &&
-                !VXParseAlg::getInstance()->ExpCalc(expr, vars, base, error, true))
-                base = 0;
-            item->setValue(6, round2(base));
-            const double amount = round2(base * item->getDouble(4) / 100.0);
-            item->setValue(5, amount);
-            sum += amount;
-        }
-        return sum;
-    };
-    const double fees = calculate(Fee);
-    if (works && table->getOwner())
-        fyBl->setValue(works, QStringLiteral("规费合计"), round2(fees));
-    const double taxes = calculate(Tax);
-    if (works && table->getOwner())
-        fyBl->setValue(works, QStringLiteral("税金"), round2(taxes));
+    // Fees feed taxes and both feed fee variables: the whole unit project follows.
+    UnitProjectCalc::RecalculateOwner(table, works);
 }
 
 void GfQdBusiness::ReplaceTableContentFromOther(GfSjQdTable* target, const GfSjQdTable* source)
 {
     TableOps::replaceRows(target, source);
+    UnitProjectCalc::RecalculateOwner(target);
 }

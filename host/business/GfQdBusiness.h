@@ -23,7 +23,10 @@ public:
     static bool IsEmptyItem(BaseDataItem* item);
     static bool GridRowCanMove(GfSjQdTable* table, int from, int to);
     static bool GridRowMove(GfSjQdTable* table, int from, int to);
+    // Recalculates the unit project that owns the table (UnitProjectCalc).
     static void CalculateGfQdTable(ConstructionWorks* works, GfSjQdTable* table);
+    // What the rate column stores for a typed rate (in percent); false when it does not read.
+    static bool RateValue(const QVariant& value, QVariant& stored);
     // Replaces the list's rows by copies of the source's rows (journalled on the list).
     static void ReplaceTableContentFromOther(GfSjQdTable* target, const GfSjQdTable* source);
 };

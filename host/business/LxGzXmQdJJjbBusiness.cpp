@@ -3,11 +3,10 @@
 #include "BusinessFaultInjection.h"
 #include "FyBlBusiness.h"
 #include "TableOps.h"
+#include "UnitProjectCalc.h"
 #include "VXParseAlg.h"
 
 #include "LxGzXmRgDjQdTable.h"
-
-#include <cmath>
 
 bool LxGzXmQdJJjbBusiness::ProcColunmValueChanged(ConstructionWorks* works,
                                                   LxGzXmRgDjQdTable* table, int row, int column,
@@ -18,8 +17,8 @@ bool LxGzXmQdJJjbBusiness::ProcColunmValueChanged(ConstructionWorks* works,
     if (!item)
         return false;
     QVariant stored = TableOps::normalise(value);
-    if ((column == 4 || column == 6) && value.toString().trimmed().isEmpty())
-        stored = QVariant();
+    if ((column == 4 || column == 6) && !TableOps::numericValue(value, stored))
+        return false;
     item->setValue(column, stored);
     CalculateLxGzXmQdTable(works, table);
     return true;
@@ -28,34 +27,8 @@ bool LxGzXmQdJJjbBusiness::ProcColunmValueChanged(ConstructionWorks* works,
 void LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(ConstructionWorks* works,
                                                   LxGzXmRgDjQdTable* table)
 {
-    Q_UNUSED(works)
-    if (!table)
-        return;
-    // Prices are kept to fen; a labour row's amount (7) is its provisional quantity (6) times
-    // its price, and a summary row sums the labour rows below it.
-    BaseDataItem* summary = nullptr;
-    double sum = 0;
-    auto closeSummary = [&] {
-        if (summary)
-            summary->setValue(7, std::round(sum * 100.0) / 100.0);
-    };
-    for (BaseDataItem* item : table->items()) {
-        if (item->getKind() == 1) {
-            closeSummary();
-            summary = item;
-            sum = 0;
-            continue;
-        }
-        if (item->getValue(4).userType() == QMetaType::Double)
-            item->setValue(4, std::round(item->getDouble(4) * 100.0) / 100.0);
-        if (item->getValue(6).isValid() || item->getValue(4).isValid()) {
-            const double amount =
-                std::round(item->getDouble(6) * item->getDouble(4) * 100.0) / 100.0;
-            item->setValue(7, amount);
-            sum += amount;
-        }
-    }
-    closeSummary();
+    // The daywork total feeds fee variables: the whole unit project follows.
+    UnitProjectCalc::RecalculateOwner(table, works);
 }
 
 bool LxGzXmQdJJjbBusiness::CheckExistedTotalRow(const QList<BaseDataItem*>& items,

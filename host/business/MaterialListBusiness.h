@@ -2,6 +2,7 @@
 
 #include "BusinessFaultInjection.h"
 #include "TableOps.h"
+#include "UnitProjectCalc.h"
 
 #include "GeneralTableBase.h"
 
@@ -56,6 +57,7 @@ public:
             return false;
         table->BaseDataItemRemoveAt(row);
         TableOps::calculateMaterialList(table);
+        UnitProjectCalc::RecalculateOwner(table);
         return true;
     }
     static bool GridRowCanMove(Table* table, int from, int to)

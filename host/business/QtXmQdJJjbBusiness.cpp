@@ -3,11 +3,10 @@
 #include "BusinessFaultInjection.h"
 #include "FyBlBusiness.h"
 #include "TableOps.h"
+#include "UnitProjectCalc.h"
 #include "VXParseAlg.h"
 
 #include "ConstructionWorks.h"
-
-#include <QSet>
 
 #include <cmath>
 
@@ -24,7 +23,7 @@ bool QtXmQdJJjbBusiness::ProcColunmValueChanged(ConstructionWorks* works, QtXmQd
     if (!item || item->getKind() == Total)
         return false;
     // A calculation row keeps its formula as text; an ordinary row's amount is what the typed
-    // number or expression comes to.
+    // number or expression comes to. Text that does not read is refused, never stored.
     QVariant stored = TableOps::normalise(value);
     if (field == 3 && item->getKind() == Calculation) {
         stored = value.toString();
@@ -37,10 +36,24 @@ bool QtXmQdJJjbBusiness::ProcColunmValueChanged(ConstructionWorks* works, QtXmQd
         else if (VXParseAlg::getInstance()->ExpCalc(
                      text, FyBlBusiness::GetInstance()->variables(works), result, error))
             stored = result;
+        else
+            return false;
     }
+    const QVariant old = item->getValue(field);
     item->setValue(field, stored);
-    CalculateTable(works, table);
+    if (!UnitProjectCalc::RecalculateOwner(table, works).ok) {
+        item->setValue(field, old); // a formula that closes a cycle is refused
+        return false;
+    }
     return true;
+}
+
+QString QtXmQdJJjbBusiness::CheckFormulaCycle(ConstructionWorks* works, int row,
+                                              const QString& formula)
+{
+    return works ? UnitProjectCalc::FindCycle(
+                       works, works->getTenderInventory()->getQtXmQdHzTable(), row, formula)
+                 : QString();
 }
 
 bool QtXmQdJJjbBusiness::InsertCustomItem(ConstructionWorks* works, QtXmQdHzTable* table, int row)
@@ -108,7 +121,18 @@ static bool setRowKind(ConstructionWorks* works, int row, int kind, bool set)
     BaseDataItem* item = table ? table->at(row) : nullptr;
     if (!item || item->getKind() == QtXmQdJJjbBusiness::Total)
         return false;
-    item->setKind(set ? kind : int(QtXmQdJJjbBusiness::Ordinary));
+    const int was = item->getKind();
+    const int now = set ? kind : int(QtXmQdJJjbBusiness::Ordinary);
+    if (was == QtXmQdJJjbBusiness::Calculation && now != was) {
+        // The row keeps what its formula came to as its amount.
+        item->setValue(3, item->getValue(6).isValid() ? QVariant(item->getDouble(6)) : QVariant());
+        item->setValue(6, QVariant());
+    } else if (now == QtXmQdJJjbBusiness::Calculation && was != now) {
+        // The amount becomes the formula: the row's value does not change.
+        const QVariant amount = item->getValue(3);
+        item->setValue(3, amount.isValid() ? item->getValueStr(3) : QString());
+    }
+    item->setKind(now);
     QtXmQdJJjbBusiness::CalculateTable(works, table);
     return true;
 }
@@ -130,68 +154,9 @@ double QtXmQdJJjbBusiness::rowAmount(const BaseDataItem* item)
 
 void QtXmQdJJjbBusiness::CalculateTable(ConstructionWorks* works, QtXmQdHzTable* table)
 {
-    if (!table)
-        return;
-    const QHash<QString, double> vars = FyBlBusiness::GetInstance()->variables(works);
-    const QList<BaseDataItem*>& rows = table->items();
-    for (BaseDataItem* item : rows) {
-        if (item->getKind() != Calculation)
-            continue;
-        double result = 0;
-        QString error;
-        if (!VXParseAlg::getInstance()->ExpCalc(item->getValue(3).toString(), vars, result, error,
-                                                true))
-            result = 0;
-        item->setValue(6, round2(result));
-    }
-    // A subtotal with a serial sums its children, the rows below it numbered "<serial>.n"
-    // (2 暂估价 over 2.1 and 2.2). One without a serial closes a group: it sums the rows above
-    // it up to the previous subtotal.
-    for (int i = 0; i < rows.size(); ++i) {
-        if (rows.at(i)->getKind() != SubTotal)
-            continue;
-        const QString serial = rows.at(i)->getValue(1).toString().trimmed();
-        double sum = 0;
-        if (serial.isEmpty()) {
-            for (int j = i - 1; j >= 0 && rows.at(j)->getKind() != SubTotal; --j)
-                sum += rows.at(j)->getKind() == Total ? 0.0 : rowAmount(rows.at(j));
-        } else {
-            const QString prefix = serial + QLatin1Char('.');
-            for (int j = i + 1; j < rows.size(); ++j) {
-                const BaseDataItem* child = rows.at(j);
-                if (child->getKind() == Total ||
-                    !child->getValue(1).toString().trimmed().startsWith(prefix))
-                    break;
-                if (child->getKind() != SubTotal)
-                    sum += rowAmount(child);
-            }
-        }
-        rows.at(i)->setValue(3, round2(sum));
-    }
-    // The total sums the rows that carry amounts of their own, never a subtotal (its rows are
-    // counted themselves). A row numbered under a row that is not a subtotal ("1.1" under an
-    // ordinary "1") details that row's amount and is not counted again.
-    QSet<QString> amountSerials;
-    for (const BaseDataItem* item : rows)
-        if (item->getKind() != SubTotal && item->getKind() != Total)
-            amountSerials.insert(item->getValue(1).toString().trimmed());
-    double total = 0;
-    for (const BaseDataItem* item : rows) {
-        if (item->getKind() == SubTotal || item->getKind() == Total)
-            continue;
-        const QString serial = item->getValue(1).toString().trimmed();
-        bool detail = false;
-        for (int dot = serial.lastIndexOf(QLatin1Char('.')); dot > 0 && !detail;
-             dot = serial.lastIndexOf(QLatin1Char('.'), dot - 1))
-            detail = amountSerials.contains(serial.left(dot));
-        if (!detail)
-            total += rowAmount(item);
-    }
-    BaseDataItem* totalRow = nullptr;
-    if (CheckExistedTotalRow(table, &totalRow))
-        totalRow->setValue(3, round2(total));
-    if (works && table->getOwner())
-        FyBlBusiness::GetInstance()->RecalculateFyBl(works);
+    // The list's total feeds fee variables that fees and taxes use: the whole unit project
+    // follows.
+    UnitProjectCalc::RecalculateOwner(table, works);
 }
 
 void QtXmQdJJjbBusiness::AdjustQtXmQdRowType(QtXmQdHzTable* table)

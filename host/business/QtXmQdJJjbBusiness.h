@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <QVariant>
 
 class BaseDataItem;
@@ -25,7 +26,12 @@ public:
     static void AddTotalItem(QtXmQdHzTable* table);
     static bool GridRowCanMove(QtXmQdHzTable* table, int from, int to);
     static bool GridRowMove(ConstructionWorks* works, QtXmQdHzTable* table, int from, int to);
+    // Recalculates the unit project that owns the table (UnitProjectCalc); a table of no unit
+    // project is calculated on its own.
     static void CalculateTable(ConstructionWorks* works, QtXmQdHzTable* table);
+    // The cycle message when formula, stored in row's amount, would close a cycle through
+    // fee variables; empty when it would not.
+    static QString CheckFormulaCycle(ConstructionWorks* works, int row, const QString& formula);
     // Sets (or cancels, back to an ordinary row) the calculation / subtotal attribute of a row
     // of the works' other items list.
     static bool SetAsCalculateRow(ConstructionWorks* works, int row, bool set);

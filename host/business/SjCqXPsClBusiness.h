@@ -1,6 +1,7 @@
 #pragma once
 
 #include "MaterialListBusiness.h"
+#include "UnitProjectCalc.h"
 
 #include "SjCqXPsClTable.h"
 
@@ -11,5 +12,6 @@ public:
     static void CalculateSjCqXPsClItemHJ(ConstructionWorks*, SjCqXPsClTable* table)
     {
         TableOps::calculateMaterialList(table);
+        UnitProjectCalc::RecalculateOwner(table);
     }
 };

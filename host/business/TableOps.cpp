@@ -1,6 +1,8 @@
 #include "TableOps.h"
 
 #include "GeneralTableBase.h"
+#include "NumberInput.h"
+#include "UnitProjectCalc.h"
 
 #include <cmath>
 
@@ -106,10 +108,56 @@ bool materialValueChanged(GeneralTableBase* table, int row, int field, const QVa
         return false;
     const bool numeric = field == 6 || field == 7 || field == 9 || field == 10;
     QVariant stored = normalise(value);
-    if (numeric && value.toString().trimmed().isEmpty())
-        stored = QVariant();
+    if (numeric && !numericValue(value, stored))
+        return false;
     item->setValue(field, stored);
-    calculateMaterialList(table);
+    UnitProjectCalc::RecalculateOwner(table);
+    return true;
+}
+
+void calculateDaywork(GeneralTableBase* table)
+{
+    BaseDataItem* summary = nullptr;
+    double sum = 0;
+    auto closeSummary = [&] {
+        if (summary)
+            summary->setValue(7, std::round(sum * 100.0) / 100.0);
+    };
+    for (BaseDataItem* item : table->items()) {
+        if (item->getKind() == 1) {
+            closeSummary();
+            summary = item;
+            sum = 0;
+            continue;
+        }
+        if (item->getValue(4).userType() == QMetaType::Double)
+            item->setValue(4, std::round(item->getDouble(4) * 100.0) / 100.0);
+        if (item->getValue(6).isValid() || item->getValue(4).isValid()) {
+            const double amount =
+                std::round(item->getDouble(6) * item->getDouble(4) * 100.0) / 100.0;
+            item->setValue(7, amount);
+            sum += amount;
+        }
+    }
+    closeSummary();
+}
+
+bool numericValue(const QVariant& value, QVariant& stored)
+{
+    if (value.userType() != QMetaType::QString) {
+        stored = value.isValid() ? QVariant(value.toDouble()) : QVariant();
+        return true;
+    }
+    const QString text = value.toString();
+    if (text.trimmed().isEmpty()) {
+        stored = QVariant();
+        return true;
+    }
+    double number = 0;
+    QString error;
+    if (!NumberInput::ToNumber(text, number, error))
+        return false;
+    stored = number;
     return true;
 }
 

@@ -31,7 +31,16 @@ namespace TableOps {
 // Materials lists (kind 1 material rows, kind 2 total row): amount (10) = quantity (9) x
 // price (7), rounded to fen; the total row sums the amounts.
 void calculateMaterialList(GeneralTableBase* table);
-// A field edit of a materials list: numbers stored as numbers, then recalculation.
+// A field edit of a materials list: numbers stored as numbers, then recalculation of the
+// unit project. False (nothing changed) for a number that does not read.
 bool materialValueChanged(GeneralTableBase* table, int row, int field, const QVariant& value);
+// The daywork list: prices kept to fen; a labour row's amount (7) is its provisional quantity
+// (6) times its price (4); a summary row (kind 1) sums the labour rows below it.
+void calculateDaywork(GeneralTableBase* table);
+
+// What a numeric cell stores for a typed value: empty text clears it (an invalid variant),
+// a number or an arithmetic expression without variables is its value ("1,500", "3%"). False
+// when the text does not read as a number; nothing is then stored.
+bool numericValue(const QVariant& value, QVariant& stored);
 
 } // namespace TableOps

@@ -1,4 +1,5 @@
 #include "ZbrClGzfQdBusiness.h"
+#include "UnitProjectCalc.h"
 
 #include "MaterialGridRules.h"
 #include "MaterialSummary.h"
@@ -25,6 +26,7 @@ int inconsistency(const BaseDataItem* item)
 void ZbrClGzfQdBusiness::CalGzfQdTable(ConstructionWorks* works)
 {
     TableOps::calculateMaterialList(listOf(works));
+    UnitProjectCalc::RecalculateOwner(listOf(works));
 }
 
 void ZbrClGzfQdBusiness::CalculateZbrClItemHJ(BaseDataItem* item)
@@ -98,6 +100,7 @@ void ZbrClGzfQdBusiness::summarise(ConstructionWorks* works, bool provisionalOnl
     total->loadValue(3, QStringLiteral("合计"));
     table->BaseDataItemAppend(total);
     TableOps::calculateMaterialList(table);
+    UnitProjectCalc::RecalculateOwner(table);
     if (progress)
         progress->setValue(100);
 }
@@ -131,6 +134,7 @@ void ZbrClGzfQdBusiness::refresh(ConstructionWorks* works, bool provisionalOnly,
         item->setValue(MaterialSummary::InconsistencyField, it->flags);
     }
     TableOps::calculateMaterialList(table);
+    UnitProjectCalc::RecalculateOwner(table);
     if (progress)
         progress->setValue(100);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "MaterialListBusiness.h"
+#include "UnitProjectCalc.h"
 
 class ProgressSink;
 
@@ -16,6 +17,7 @@ public:
     static void CalGzfQdTable(ConstructionWorks*, ZbrClGzfQdTable* table)
     {
         TableOps::calculateMaterialList(table);
+        UnitProjectCalc::RecalculateOwner(table);
     }
     static void CalGzfQdTable(ConstructionWorks* works);
     static void CalculateZbrClItemHJ(BaseDataItem* item);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "MaterialListBusiness.h"
+#include "UnitProjectCalc.h"
 
 #include "ProjectWorks.h"
 #include "ZgjClHzTable.h"
@@ -42,6 +43,7 @@ public:
     static void CalculateZgjClHzTable(ConstructionWorks*, ZgjClHzTable* table)
     {
         TableOps::calculateMaterialList(table);
+        UnitProjectCalc::RecalculateOwner(table);
     }
     static void CalculateZgjClItemHJ(BaseDataItem* item);
     // Pads the list to MinimumRows material rows and a closing total row.

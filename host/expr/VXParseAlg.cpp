@@ -1,8 +1,7 @@
 #include "VXParseAlg.h"
 
 #include "FormulaText.h"
-
-#include <QRegularExpression>
+#include "NumberInput.h"
 
 #include <muParser.h>
 
@@ -51,14 +50,11 @@ QString parserError(const mu::Parser::exception_type& e)
 bool VXParseAlg::ExpCalc(const QString& expr, const QHash<QString, double>& vars, double& result,
                          QString& error, bool unknownAsZero) const
 {
-    QString text = ReplaceFormulaItem(expr);
-    // "3%" is three hundredths, as estimators write rates.
-    static const QRegularExpression percent(QStringLiteral("(\\d+(?:\\.\\d+)?)%"));
-    text.replace(percent, QStringLiteral("(\\1/100)"));
-    if (text.isEmpty()) {
-        error.clear();
+    QString text;
+    if (!NumberInput::Normalise(expr, text, error))
         return false;
-    }
+    if (text.isEmpty())
+        return false;
     try {
         mu::Parser parser;
         prepare(parser);

@@ -1,6 +1,10 @@
 #include "GfQdModel.h"
 
+#include "Communication.h"
 #include "GfQdBusiness.h"
+#include "LxGzXmQdJJjbBusiness.h"
+#include "UnitProjectCalc.h"
+#include "zMessageBox.h"
 
 #include "GfSjQdTable.h"
 
@@ -48,6 +52,28 @@ QVariant GfQdModel::data(const QModelIndex& index, int role) const
     default:
         return BillModel::data(index, role);
     }
+}
+
+bool GfQdModel::checkEdit(int row, int field, QVariant& value)
+{
+    QString refusal;
+    if (field == RateField) {
+        QVariant stored;
+        if (!GfQdBusiness::RateValue(value, stored))
+            refusal = QStringLiteral("请正确输入实数或计算表达式!");
+    } else if (field == BaseField && !value.toString().trimmed().isEmpty()) {
+        double result = 0;
+        QString error;
+        if (!LxGzXmQdJJjbBusiness::CalculateFormula(works(), value.toString(), result, error))
+            refusal = QStringLiteral("请正确输入实数或计算表达式!");
+        else
+            refusal = UnitProjectCalc::FindCycle(works(), table(), row, value.toString());
+    }
+    if (refusal.isEmpty())
+        return true;
+    showInformation(Communication::GetInstance()->GetMainWindow(), QStringLiteral("提示"), refusal,
+                    QMessageBox::Ok, QMessageBox::Warning);
+    return false;
 }
 
 bool GfQdModel::applyEdit(int row, int field, const QVariant& value)

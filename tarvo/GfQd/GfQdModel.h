@@ -10,6 +10,7 @@ class GfQdModel : public BillModel
 {
     Q_OBJECT
 public:
+    static constexpr int BaseField = 3;
     static constexpr int RateField = 4;
     static constexpr int AmountField = 5;
 
@@ -20,5 +21,8 @@ public:
 
 protected:
     QString modifyLabel() const override { return QStringLiteral("修改规费税金清单行"); }
+    // A rate must read as a number (in percent), a base as an expression over fee variables
+    // that closes no cycle; otherwise the page's warning and nothing changes.
+    bool checkEdit(int row, int field, QVariant& value) override;
     bool applyEdit(int row, int field, const QVariant& value) override;
 };

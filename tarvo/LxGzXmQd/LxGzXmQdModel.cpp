@@ -22,7 +22,8 @@ QVariant LxGzXmQdModel::data(const QModelIndex& index, int role) const
 bool LxGzXmQdModel::checkEdit(int row, int field, QVariant& value)
 {
     Q_UNUSED(row)
-    return field == PriceField ? evaluateNumeric(value) : true;
+    // The price and the provisional quantity (field 6) are numbers.
+    return field == PriceField || field == 6 ? evaluateNumeric(value) : true;
 }
 
 bool LxGzXmQdModel::applyEdit(int row, int field, const QVariant& value)

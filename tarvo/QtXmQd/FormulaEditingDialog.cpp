@@ -5,6 +5,7 @@
 #include "ConstructionWorks.h"
 #include "DataManagement.h"
 #include "FyBlBusiness.h"
+#include "QtXmQdJJjbBusiness.h"
 #include "SharedInterface.h"
 #include "VXParseAlg.h"
 #include "XmBjHzbBusiness.h"
@@ -21,6 +22,8 @@
 #include <QRegularExpression>
 #include <QToolButton>
 #include <QVBoxLayout>
+
+#include <cmath>
 
 namespace {
 
@@ -125,6 +128,9 @@ FormulaEditingDialog::FormulaEditingDialog(QWidget* parent, bool isVAT)
                 : QStringLiteral(
                       "说明：公式可引用工程数据变量与其他数据变量，本工程按简易计税方法计税。"));
     layout->addWidget(note);
+    m_result = new QLabel(this);
+    m_result->setObjectName(QStringLiteral("result"));
+    layout->addWidget(m_result);
 
     auto* buttons = new QHBoxLayout;
     const struct
@@ -148,7 +154,11 @@ FormulaEditingDialog::FormulaEditingDialog(QWidget* parent, bool isVAT)
 
 void FormulaEditingDialog::buildMenus()
 {
-    const QStringList names = FyBlBusiness::FeeVariableNames();
+    // A name that the unit project cannot give a value to is not offered.
+    QStringList names = FyBlBusiness::FeeVariableNames();
+    for (QString& name : names)
+        if (!FyBlBusiness::IsDefined(name))
+            name.clear();
     auto addItem = [this](QMenu* menu, const QString& text) {
         QAction* action = menu->addAction(text);
         connect(action, &QAction::triggered, this, [this, menu, text] {
@@ -161,7 +171,7 @@ void FormulaEditingDialog::buildMenus()
         });
     };
     for (int position : ProjectVariablePositions())
-        if (position >= 1 && position <= names.size())
+        if (position >= 1 && position <= names.size() && !names.at(position - 1).isEmpty())
             addItem(m_projectMenu, names.at(position - 1));
 
     const QStringList groups = {QStringLiteral("分部分项"), QStringLiteral("措施项目"),
@@ -174,6 +184,8 @@ void FormulaEditingDialog::buildMenus()
     }
     static const QRegularExpression feeBase(QStringLiteral("取费基数$"));
     for (const QString& name : names) {
+        if (name.isEmpty())
+            continue;
         for (int g = 0; g < groups.size(); ++g) {
             if (!name.startsWith(groups.at(g)))
                 continue;
@@ -184,7 +196,7 @@ void FormulaEditingDialog::buildMenus()
     }
     m_otherMenu->addSeparator();
     for (int position : OtherVariablePositions())
-        if (position >= 1 && position <= names.size())
+        if (position >= 1 && position <= names.size() && !names.at(position - 1).isEmpty())
             addItem(m_otherMenu, names.at(position - 1));
 }
 
@@ -252,23 +264,47 @@ bool FormulaEditingDialog::checkFormula()
 {
     const QString formula = SharedInterface::ReplaceFormulaItem(m_formula->toPlainText());
     m_formula->setPlainText(formula);
-    QStringList names = FyBlBusiness::FeeVariableNames();
-    names += FyBlBusiness::GetInstance()
-                 ->variables(DataManagement::getInstance()->GetContructWorks(m_node))
-                 .keys();
+    m_result->clear();
+    // Only names that have a value: the defined fee variables and those the unit project holds.
+    ConstructionWorks* works = DataManagement::getInstance()->GetContructWorks(m_node);
+    QStringList names;
+    for (const FyBlBusiness::Definition& d : FyBlBusiness::Definitions())
+        names << d.name;
+    names += FyBlBusiness::GetInstance()->variables(works).keys();
     QString error;
-    if (VXParseAlg::getInstance()->CheckExpressionEx(formula, names, error))
-        return true;
-    showCritical(this, QStringLiteral("错误"), QStringLiteral("计算公式中存在非法变量。"));
-    return false;
+    if (!VXParseAlg::getInstance()->CheckExpressionEx(formula, names, error)) {
+        showCritical(this, QStringLiteral("错误"), QStringLiteral("计算公式中存在非法变量。"));
+        return false;
+    }
+    const QString cycle = QtXmQdJJjbBusiness::CheckFormulaCycle(works, m_row, formula);
+    if (!cycle.isEmpty()) {
+        showCritical(this, QStringLiteral("错误"), cycle);
+        return false;
+    }
+    return true;
+}
+
+QString FormulaEditingDialog::resultText() const
+{
+    return m_result->text();
 }
 
 void FormulaEditingDialog::slotTest()
 {
     TARVO_GUARD("QtXmQd\\FormulaEditingDialog", "FormulaEditingDialog::slotTest")
     {
-        if (checkFormula())
-            showInformation(this, QStringLiteral("提示"), QStringLiteral("计算公式正确！"));
+        if (!checkFormula())
+            return;
+        ConstructionWorks* works = DataManagement::getInstance()->GetContructWorks(m_node);
+        double value = 0;
+        QString error;
+        if (works && VXParseAlg::getInstance()->ExpCalc(
+                         m_formula->toPlainText(), FyBlBusiness::GetInstance()->variables(works),
+                         value, error))
+            m_result->setText(QStringLiteral("计算结果：%1")
+                                  .arg(works->getJfszTable()->TotalFloatFormatToStr(
+                                      std::round(value * 100) / 100, -1)));
+        showInformation(this, QStringLiteral("提示"), QStringLiteral("计算公式正确！"));
     };
 }
 

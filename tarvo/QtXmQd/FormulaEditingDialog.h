@@ -4,6 +4,7 @@
 
 class ProTreeNode;
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 class zBaseMenu;
@@ -18,6 +19,11 @@ public:
 
     void LoadRates(ProTreeNode* node);
     void SetFormula(const QString& formula);
+    // The other items row the formula is for: a formula that would depend on the row's own
+    // amount (a cycle through fee variables) is refused.
+    void SetRow(int row) { m_row = row; }
+    // "计算结果：…" after "测试": what the formula comes to in the unit project.
+    QString resultText() const;
     QString GetFormula() const;
     // The quota measurement fee rate and the tax rate as fractions (empty is 0).
     double GetDeCdFl() const;
@@ -50,6 +56,8 @@ private:
 
     bool m_isVAT;
     ProTreeNode* m_node = nullptr;
+    int m_row = -1;
+    QLabel* m_result = nullptr;
     QPlainTextEdit* m_formula;
     zBaseMenu* m_projectMenu;
     zBaseMenu* m_otherMenu;

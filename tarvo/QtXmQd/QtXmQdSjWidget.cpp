@@ -14,6 +14,7 @@
 #include "JsMsBusiness.h"
 #include "MsgExplain.h"
 #include "QtXmQdJJjbBusiness.h"
+#include "VXBaseEditor.h"
 #include "XmBjHzbBusiness.h"
 #include "XtBlBusiness.h"
 #include "zMessageBox.h"
@@ -22,7 +23,10 @@
 
 #include <QAction>
 #include <QDebug>
+#include <QKeyEvent>
+#include <QMainWindow>
 #include <QMenu>
+#include <QStatusBar>
 #include <QTimer>
 
 #include <cmath>
@@ -55,6 +59,7 @@ QtXmQdSjWidget::QtXmQdSjWidget(AuditBusiness* audit, QWidget* parent)
                     };
                 });
             });
+    view()->installEventFilter(this);
     view()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(view(), &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
         TARVO_GUARD("QtXmQd\\QtXmQdSjWidget", "QtXmQdSjWidget::contextMenu")
@@ -224,6 +229,33 @@ QString QtXmQdSjWidget::AmountReminderText()
                           "请不要在此计列，以免重复计算。");
 }
 
+QString QtXmQdSjWidget::CalculatedCellHint()
+{
+    return QStringLiteral(
+        "该金额由计算公式得出，不能直接键入；请双击单元格或使用“编辑公式”修改公式");
+}
+
+bool QtXmQdSjWidget::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != view() || event->type() != QEvent::KeyPress)
+        return BillSjWidget::eventFilter(watched, event);
+    bool refused = false;
+    TARVO_GUARD("QtXmQd\\QtXmQdSjWidget", "QtXmQdSjWidget::eventFilter")
+    {
+        auto* key = static_cast<QKeyEvent*>(event);
+        const QModelIndex current = view()->currentIndex();
+        // Only typed text: F2, Enter and moving keys keep their meaning.
+        refused = !key->text().isEmpty() && key->text().at(0).isPrint() && current.isValid() &&
+                  current.data(Qtitan::EditorRole).isValid();
+        if (!refused)
+            return;
+        if (auto* window =
+                qobject_cast<QMainWindow*>(Communication::GetInstance()->GetMainWindow()))
+            window->statusBar()->showMessage(CalculatedCellHint(), 6000);
+    };
+    return refused || BillSjWidget::eventFilter(watched, event);
+}
+
 void QtXmQdSjWidget::AmountReminder(int row)
 {
     // Provisional prices of materials are part of the unit rates already.
@@ -248,6 +280,7 @@ void QtXmQdSjWidget::EditFormula(int row)
                                                                                 unit->getNodeId()));
         const QString before = XmBjHzbBusiness::GetPureFormulaFromJss(item->getValue(3).toString());
         dialog.SetFormula(before);
+        dialog.SetRow(row);
         if (zTitleModal::ShowModal(&dialog) != 0 || row < 0)
             return;
         const QString formula = dialog.GetFormula();

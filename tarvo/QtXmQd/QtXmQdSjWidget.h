@@ -26,6 +26,8 @@ public:
     void CurQtXmQdTemplateChanged(const QString& name);
     // The note shown when a written amount may not belong in the unit project's cost.
     static QString AmountReminderText();
+    // What the status bar says when a key is typed on a calculated amount.
+    static QString CalculatedCellHint();
     // The context menu's entries for the focused row (texts follow the row's attributes).
     QList<QAction*> contextActions();
 
@@ -45,6 +47,9 @@ protected:
     void onRibbonCommand(const QVariant& payload) override;
     void onActivated() override;
     void onNodeLoaded() override;
+    // A key typed on a calculated amount never reaches its formula: the cell's value comes
+    // from the formula, which is changed in the formula dialog only.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QtXmQdHzTable* pageTable() const;

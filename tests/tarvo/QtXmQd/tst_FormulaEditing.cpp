@@ -19,6 +19,7 @@
 #include <QPlainTextEdit>
 #include <QUndoStack>
 #include <QtTest>
+#include <functional>
 
 // The formula dialog, the amount editor and the "编辑公式" write-back of the other items list.
 class tst_FormulaEditing : public QObject
@@ -67,17 +68,27 @@ private slots:
         QVERIFY(names.size() >= 209);
         QVERIFY(names.contains("分部分项取费基数"));
         FormulaEditingDialog dialog(nullptr, true);
-        // The project menu in the given position order.
+        // The project menu in the given position order, names without a value left out
+        // (208 市政工程费, 204 工器具购置费, 205 安装工程费 ...).
         QList<QAction*> items = dialog.projectVariableMenu()->actions();
-        QCOMPARE(items.size(), FormulaEditingDialog::ProjectVariablePositions().size());
+        QStringList offered;
+        for (int position : FormulaEditingDialog::ProjectVariablePositions())
+            if (FyBlBusiness::IsDefined(names.at(position - 1)))
+                offered << names.at(position - 1);
+        QCOMPARE(items.size(), offered.size());
+        QVERIFY(offered.size() >= 30);
+        for (int i = 0; i < items.size(); ++i)
+            QCOMPARE(items.at(i)->text(), offered.at(i));
         QCOMPARE(items.at(0)->text(), names.at(161 - 1));
-        QCOMPARE(items.at(6)->text(), names.at(29 - 1));
+        QCOMPARE(items.at(3)->text(), names.at(29 - 1));
+        QVERIFY(!findAction(dialog.projectVariableMenu(), "建设项目造价"));
         // Group submenus first, their items without the group prefix; fee bases left out.
         QList<QAction*> other = dialog.otherVariableMenu()->actions();
         QCOMPARE(other.at(0)->menu()->title(), QString("分部分项"));
         QCOMPARE(other.at(3)->menu()->title(), QString("签证索赔项目"));
         QVERIFY(other.at(4)->isSeparator());
-        QCOMPARE(other.at(5)->text(), names.at(187 - 1));
+        QCOMPARE(other.at(5)->text(), names.at(60 - 1)); // 187, 188: price indices, no value
+        QVERIFY(!findAction(dialog.otherVariableMenu(), "预付款"));
         QVERIFY(findAction(other.at(1)->menu(), "人工费"));
         QVERIFY(!findAction(other.at(0)->menu(), "取费基数"));
         QVERIFY(!findAction(other.at(0)->menu(), "分部分项人工费"));
@@ -91,6 +102,67 @@ private slots:
         if (qEnvironmentVariableIsSet("TARVO_SCREENSHOT_DIR"))
             dialog.grab().save(qEnvironmentVariable("TARVO_SCREENSHOT_DIR") +
                                "/formula-dialog.png");
+    }
+
+    void everyOfferedNameHasAValue()
+    {
+        TestProject p;
+        FormulaEditingDialog dialog(nullptr, true);
+        QStringList offered;
+        std::function<void(QMenu*)> collect = [&](QMenu* menu) {
+            auto* base = qobject_cast<zBaseMenu*>(menu);
+            for (QAction* action : menu->actions()) {
+                if (action->menu())
+                    collect(action->menu());
+                else if (!action->isSeparator())
+                    offered << (base ? base->title() : QString()) + action->text();
+            }
+        };
+        collect(dialog.projectVariableMenu());
+        collect(dialog.otherVariableMenu());
+        QVERIFY(offered.size() > 100);
+        QtXmQdJJjbBusiness::CalculateTable(p.current, fill(p));
+        const QHash<QString, double> vars = FyBlBusiness::GetInstance()->variables(p.current);
+        for (const QString& name : offered) {
+            QVERIFY2(FyBlBusiness::IsDefined(name), qPrintable(name));
+            QVERIFY2(vars.contains(name), qPrintable(name));
+        }
+    }
+
+    void testShowsWhatTheFormulaComesTo()
+    {
+        TestProject p;
+        fill(p);
+        FormulaEditingDialog dialog(nullptr, true);
+        dialog.LoadRates(p.unit);
+        dialog.SetFormula("其他项目暂列金额*2+1,000");
+        dialog.slotTest();
+        QCOMPARE(InteractionSeam::lastShown().text, QString("计算公式正确！"));
+        QCOMPARE(dialog.resultText(), QString("计算结果：101000.00"));
+        QCOMPARE(dialog.GetFormula(), QString("其他项目暂列金额*2+1,000"));
+        // A stray comma is no list: the formula is refused, not cut short.
+        dialog.SetFormula("其他项目暂列金额*1,5");
+        dialog.slotTest();
+        QCOMPARE(InteractionSeam::lastShown().text, QString("计算公式中存在非法变量。"));
+        QVERIFY(dialog.resultText().isEmpty());
+    }
+
+    void aFormulaClosingACycleIsRefused()
+    {
+        TestProject p;
+        fill(p);
+        GfSjQdTable* fees = p.current->getTenderInventory()->getGfSjQdTable();
+        TestProject::row(fees, 2, {{2, "税金"}, {3, "分部分项工程费+其他项目合计"}, {4, 9.0}});
+        FormulaEditingDialog dialog(nullptr, true);
+        dialog.LoadRates(p.unit);
+        dialog.SetRow(1);
+        dialog.SetFormula("税金*0.01");
+        dialog.slotAccept();
+        QCOMPARE(InteractionSeam::lastShown().kind, QString("critical"));
+        QCOMPARE(InteractionSeam::lastShown().text,
+                 QString("计算公式存在循环引用：其他项目清单第2行 → 税金 → 规费税金清单第1行 → "
+                         "其他项目合计 → 其他项目清单第2行"));
+        QCOMPARE(dialog.result(), 0); // still open
     }
 
     void ratesLoadAndConvert_data()

@@ -7,10 +7,15 @@
 
 #include "FyBlBusiness.h"
 #include "InteractionSeam.h"
+#include "QtXmQdJJjbBusiness.h"
 #include "zTableView.h"
 
+#include "Communication.h"
+
 #include <QAction>
+#include <QMainWindow>
 #include <QMessageBox>
+#include <QStatusBar>
 #include <QUndoStack>
 #include <QtTest>
 
@@ -129,8 +134,12 @@ private slots:
         actions.at(4)->trigger();
         QCOMPARE(t->at(0)->getKind(), 3);
         QCOMPARE(page.grid()->contextActions().at(4)->text(), QString("取消当前行\"计算\"属性"));
+        QCOMPARE(t->at(0)->getDouble(6), 100.0); // the amount became the formula
+        QCOMPARE(t->at(2)->getDouble(3), 300.0);
         actions.at(4)->trigger();
-        QCOMPARE(t->at(0)->getKind(), 0); // twice restores the row
+        QCOMPARE(t->at(0)->getKind(), 0);                 // twice restores the row
+        QCOMPARE(t->at(0)->getValue(3), QVariant(100.0)); // with the formula's value
+        QCOMPARE(t->at(2)->getDouble(3), 300.0);
         actions.at(3)->trigger();
         QCOMPARE(t->at(0)->getKind(), 2);
         QCOMPARE(page.grid()->contextActions().at(3)->text(), QString("取消当前行\"小计\"属性"));
@@ -140,6 +149,31 @@ private slots:
         actions = page.grid()->contextActions();
         QVERIFY(!actions.at(3)->isEnabled());
         QVERIFY(!actions.at(1)->isEnabled());
+    }
+
+    void typingOnACalculatedAmountNeverReachesItsFormula()
+    {
+        TestProject p;
+        FyBlBusiness::GetInstance()->setValue(p.current, "分部分项工程费", 10000.0);
+        QtXmQdHzTable* t = fill(p, 2);
+        t->at(1)->loadState(3, false, 0, QString());
+        t->at(1)->loadValue(3, QString("分部分项工程费*0.015"));
+        QtXmQdJJjbBusiness::CalculateTable(p.current, t);
+        QMainWindow window;
+        Communication::GetInstance()->SetMainWindow(&window);
+        Page page(p);
+        page.widget.show();
+        zTableView* view = page.grid()->view();
+        const int amountColumn = page.grid()->model()->columnOfField(3);
+        view->setCurrentIndex(page.grid()->model()->index(1, amountColumn));
+        QTest::keyClicks(view, "123");
+        QCoreApplication::processEvents();
+        QCOMPARE(t->at(1)->getValue(3).toString(), QString("分部分项工程费*0.015"));
+        QCOMPARE(t->at(1)->getDouble(6), 150.0);
+        QVERIFY(InteractionSeam::shown().isEmpty()); // no dialog: the keys were refused
+        QCOMPARE(window.statusBar()->currentMessage(), QtXmQdSjWidget::CalculatedCellHint());
+        QCOMPARE(undo()->undoStack()->count(), 0);
+        Communication::GetInstance()->SetMainWindow(nullptr);
     }
 
     void ribbonCommandsReachThePage()
