@@ -78,10 +78,7 @@ ZgClQdSjWidget::ZgClQdSjWidget(AuditBusiness* audit, QWidget* parent)
     initMaterials(model, std::make_unique<Service>());
 
     // "查看招标暂估材料": the tender's provisional list, over the page's project.
-    connect(this, &ZgClQdSjWidget::signalViewTenderList, this, [this] {
-        CkZbZgClQdDialog dialog(works(), this);
-        zTitleModal::ShowModal(&dialog);
-    });
+    connect(this, &ZgClQdSjWidget::signalViewTenderList, this, &ZgClQdSjWidget::slotShowTenderList);
 
     // The explanation panel takes the place of the shared grid's colour line.
     m_explanation = findChild<QLabel*>(QStringLiteral("legend"));
@@ -286,5 +283,13 @@ void ZgClQdSjWidget::slotAcDyZlTbZgCl()
         closeEditor();
         if (isWritable())
             emit signalMatchTenderList();
+    });
+}
+
+void ZgClQdSjWidget::slotShowTenderList()
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("slotShowTenderList"), [&] {
+        CkZbZgClQdDialog dialog(works(), this);
+        zTitleModal::ShowModal(&dialog);
     });
 }

@@ -56,6 +56,10 @@ protected:
     void onNodeLoaded() override;
     void onRibbonCommand(const QVariant& payload) override;
 
+private slots:
+    // Opens the tender's provisional list (CkZbZgClQdDialog) over the page's project.
+    void slotShowTenderList();
+
 private:
     ZgjClHzTable* list() const;
     void updateKeepTenderMenu();

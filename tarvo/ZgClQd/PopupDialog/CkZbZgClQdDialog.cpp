@@ -26,8 +26,6 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
-#define CKZB_GUARD(function) TARVO_GUARD("ZgClQd\\PopupDialog\\CkZbZgClQdDialog", function)
-
 QString CkZbZgClQdDialog::s_lastDir;
 
 namespace {
@@ -84,7 +82,7 @@ CkZbZgClQdDialog::CkZbZgClQdDialog(ConstructionWorks* works, QWidget* parent)
     layout->addLayout(buttons);
     layout->addWidget(m_view, 1);
 
-    CKZB_GUARD("CkZbZgClQdDialog::CkZbZgClQdDialog")
+    TARVO_GUARD("ZgClQd\\PopupDialog\\CkZbZgClQdDialog", "CkZbZgClQdDialog::CkZbZgClQdDialog")
     {
         reload();
     };
@@ -163,7 +161,7 @@ void CkZbZgClQdDialog::importFile(const QString& path)
 
 void CkZbZgClQdDialog::slotImportCJZClicked()
 {
-    CKZB_GUARD("CkZbZgClQdDialog::slotImportCJZClicked")
+    TARVO_GUARD("ZgClQd\\PopupDialog\\CkZbZgClQdDialog", "CkZbZgClQdDialog::slotImportCJZClicked")
     {
         const QString path =
             askFile(QStringLiteral("四川省建设工程造价电子数据标准 (*.cjz *.CJZ)"));
@@ -176,7 +174,8 @@ void CkZbZgClQdDialog::slotImportCJZClicked()
 
 void CkZbZgClQdDialog::slotImportCJZClicked_YN()
 {
-    CKZB_GUARD("CkZbZgClQdDialog::slotImportCJZClicked_YN")
+    TARVO_GUARD("ZgClQd\\PopupDialog\\CkZbZgClQdDialog",
+                "CkZbZgClQdDialog::slotImportCJZClicked_YN")
     {
         const QString path = askFile(QStringLiteral("数据接口文件 (*.YFJZ)"));
         if (path.isEmpty())
@@ -188,7 +187,7 @@ void CkZbZgClQdDialog::slotImportCJZClicked_YN()
 
 void CkZbZgClQdDialog::slotExportBtnClicked()
 {
-    CKZB_GUARD("CkZbZgClQdDialog::slotExportBtnClicked")
+    TARVO_GUARD("ZgClQd\\PopupDialog\\CkZbZgClQdDialog", "CkZbZgClQdDialog::slotExportBtnClicked")
     {
         ProjectWorks* project = m_works ? m_works->getOwner() : nullptr;
         if (project && project->LockExport()) {
