@@ -26,7 +26,7 @@ inline void excelResetPeakMemory()
     }
 }
 
-// The text of one cell of a materials list: name, specification, unit and the like.
+// The text of one cell of a materials list: name, model (规格型号), unit and the like.
 inline QString materialCell(int row, int col)
 {
     static const char* const names[] = {"商品混凝土", "钢筋",     "水泥",     "中砂", "碎石",

@@ -17,7 +17,7 @@ const char* const kTenderOnly[][5] = {
 
 QString otherSpelling(QString spec)
 {
-    // The way another estimator types the same specification.
+    // The way another estimator types the same model (规格型号).
     spec.replace(QChar(0x00D7), QLatin1Char('*'));    // ×
     spec.replace(QChar(0x03A6), QStringLiteral("Ф")); // Greek Phi as Cyrillic Ef
     spec.replace(QLatin1Char(' '), QString());

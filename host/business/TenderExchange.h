@@ -13,7 +13,7 @@ struct TenderMaterial;
 class TenderExchange
 {
 public:
-    // Fields: 1 serial, 2 tender code, 3 name, 4 specification, 5 unit, 6 and 7 the price,
+    // Fields: 1 serial, 2 tender code, 3 name, 4 model (规格型号), 5 unit, 6 and 7 the price,
     // 8 variety, 9 quantity, 10 amount, 12 origin, 13 manufacturer, 14 quality grade, 15
     // remark. Loaded raw (never journalled): the rows are not in a table yet.
     static void ToMaterialRow(const TenderMaterial& material, int serial, BaseDataItem* row);

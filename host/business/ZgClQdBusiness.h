@@ -15,7 +15,7 @@ class ProgressSink;
 class ZgClZsItem;
 
 // The provisional-price materials list (暂估材料(工程设备)清单) of a construction project: one row
-// per material (equal name, specification/model and unit) that some unit project holds as
+// per material (equal name, model (规格型号) and unit) that some unit project holds as
 // provisional, with the three kinds of disagreement between unit projects, and the properties
 // that are set in the list once for every unit project.
 class ZgClQdBusiness : public MaterialListBusiness<ZgjClHzTable>
@@ -94,7 +94,7 @@ public:
 
     // The tender list stored in the project, as nodes the caller owns: each unit project of
     // the project tree in order, with its tender materials below it; flag 1 on a material the
-    // unit project's own provisional list has (same name, specification and unit). False, and
+    // unit project's own provisional list has (same name, model and unit). False, and
     // no nodes, when the project holds no tender list.
     static bool GetGcZbZgClTreeList(qint64 projectId, int auditId, QList<ZgClZsItem*>& nodes);
     // Maps each unit-project node of a tender node list (by node id) to the project's tree

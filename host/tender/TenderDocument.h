@@ -14,7 +14,7 @@ struct TenderMaterial
 {
     QString code; // tender code (招标编码)
     QString name;
-    QString spec; // specification / model (规格型号)
+    QString spec; // model (规格型号)
     QString unit;
     std::optional<double> price; // provisional unit price (暂估单价)
     QString origin;

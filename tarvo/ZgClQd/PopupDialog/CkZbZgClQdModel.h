@@ -20,7 +20,7 @@ public:
 
     // Shows the nodes in tree order (a parent before its children, siblings as listed).
     void setNodes(const QList<ZgClZsItem*>& nodes, const JfszTable* format = nullptr);
-    // Text found in the name and specification columns is drawn in the keyword colour.
+    // Text found in the name and model (规格型号) columns is drawn in the keyword colour.
     void setKeywords(const QString& name, const QString& spec);
     ZgClZsItem* nodeAt(int row) const;
     int materialCount() const { return m_materials; }
