@@ -49,17 +49,14 @@ double cents(double value)
     return std::round(value * 100.0) / 100.0;
 }
 
-} // namespace
-
-void TenderExchange::ToMaterialRow(const TenderMaterial& m, int serial, BaseDataItem* row)
+// The fields the provisional and the evaluated rows share (the price goes in the adjusted
+// price, field 7).
+template <class Material> void putMaterialFields(const Material& m, BaseDataItem* row)
 {
-    row->loadState(1, false, 0, QString());
-    row->loadValue(1, serial);
     put(row, 2, m.code);
     put(row, 3, m.name);
     put(row, 4, m.spec);
     put(row, 5, m.unit);
-    put(row, 6, m.price);
     put(row, 7, m.price);
     put(row, 8, m.variety);
     put(row, 9, m.quantity);
@@ -70,9 +67,8 @@ void TenderExchange::ToMaterialRow(const TenderMaterial& m, int serial, BaseData
     put(row, 15, m.remark);
 }
 
-TenderMaterial TenderExchange::FromMaterialRow(const BaseDataItem* row)
+template <class Material> void readMaterialFields(const BaseDataItem* row, Material& m)
 {
-    TenderMaterial m;
     m.code = text(row, 2);
     m.name = text(row, 3);
     m.spec = text(row, 4);
@@ -85,6 +81,22 @@ TenderMaterial TenderExchange::FromMaterialRow(const BaseDataItem* row)
     m.manufacturer = text(row, 13);
     m.grade = text(row, 14);
     m.remark = text(row, 15);
+}
+
+} // namespace
+
+void TenderExchange::ToMaterialRow(const TenderMaterial& m, int serial, BaseDataItem* row)
+{
+    row->loadState(1, false, 0, QString());
+    row->loadValue(1, serial);
+    put(row, 6, m.price);
+    putMaterialFields(m, row);
+}
+
+TenderMaterial TenderExchange::FromMaterialRow(const BaseDataItem* row)
+{
+    TenderMaterial m;
+    readMaterialFields(row, m);
     return m;
 }
 
@@ -92,36 +104,14 @@ void TenderExchange::ToEvaluatedRow(const TenderEvaluatedMaterial& m, BaseDataIt
 {
     row->loadState(1, false, 0, QString());
     put(row, 1, m.serial);
-    put(row, 2, m.code);
-    put(row, 3, m.name);
-    put(row, 4, m.spec);
-    put(row, 5, m.unit);
-    put(row, 7, m.price);
-    put(row, 8, m.variety);
-    put(row, 9, m.quantity);
-    put(row, 10, m.amount);
-    put(row, 12, m.origin);
-    put(row, 13, m.manufacturer);
-    put(row, 14, m.grade);
-    put(row, 15, m.remark);
+    putMaterialFields(m, row);
 }
 
 TenderEvaluatedMaterial TenderExchange::FromEvaluatedRow(const BaseDataItem* row)
 {
     TenderEvaluatedMaterial m;
     m.serial = text(row, 1);
-    m.code = text(row, 2);
-    m.name = text(row, 3);
-    m.spec = text(row, 4);
-    m.unit = text(row, 5);
-    m.price = number(row, 7);
-    m.variety = text(row, 8);
-    m.quantity = number(row, 9);
-    m.amount = number(row, 10);
-    m.origin = text(row, 12);
-    m.manufacturer = text(row, 13);
-    m.grade = text(row, 14);
-    m.remark = text(row, 15);
+    readMaterialFields(row, m);
     return m;
 }
 
