@@ -38,6 +38,7 @@ protected:
     void onRibbonCommand(const QVariant& payload) override;
 
 private:
+    static constexpr int SummaryKind = 1; // summary rows: no picked price, never deleted
     LxGzXmRgDjQdTable* list() const;
     int currentRow() const;
 };
