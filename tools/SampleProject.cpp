@@ -438,6 +438,12 @@ std::unique_ptr<ProjectWorks> BuildSampleProject()
                 fillDaywork(works, unitIndex + audit);
                 QtXmQdJJjbBusiness::ExtractSporadicWorkItemFees(works);
                 fillFees(works, unitIndex % 2 == 0);
+                // The content templates the lists were started from, as the ribbon shows them.
+                works->setXtBl(2, QStringLiteral("2020定额其他项目清单"));
+                works->setXtBl(4, QStringLiteral("2020定额零星工作项目人工单价清单模板"));
+                works->setXtBl(5, unitIndex % 2 == 0
+                                      ? QStringLiteral("2020定额规费税金清单-一般计税")
+                                      : QStringLiteral("2020定额规费税金清单-简易计税"));
                 fillMaterialLists(works, works);
                 FyBlBusiness::GetInstance()->RecalculateFyBl(works);
                 if (audit == 0)

@@ -4,16 +4,18 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QProgressDialog>
+#include <QWidget>
 
 VXProgressBar::VXProgressBar(const QString& title, const QString& text, int minimum, int maximum,
                              QObject* parent)
-    : QObject(parent), m_value(minimum)
+    : QObject(parent), m_owner(qobject_cast<QWidget*>(parent)), m_value(minimum)
 {
     InteractionSeam::record({QStringLiteral("progress"), title, text, {}});
     if (InteractionSeam::isScripted() ||
         QGuiApplication::platformName() == QLatin1String("offscreen"))
         return;
-    m_dialog = new QProgressDialog(text, QString(), minimum, maximum);
+    // Over the owner's window, centred on it, not a free-standing window of its own.
+    m_dialog = new QProgressDialog(text, QString(), minimum, maximum, m_owner);
     m_dialog->setWindowTitle(title);
     m_dialog->setWindowModality(Qt::ApplicationModal);
     m_dialog->setMinimumDuration(300);
@@ -29,6 +31,13 @@ void VXProgressBar::setText(const QString& text)
 {
     if (m_dialog)
         m_dialog->setLabelText(text);
+}
+
+void VXProgressBar::setFixedHeight(int height)
+{
+    m_height = height;
+    if (m_dialog)
+        m_dialog->setFixedHeight(height);
 }
 
 void VXProgressBar::show()

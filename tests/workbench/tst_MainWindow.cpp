@@ -5,6 +5,7 @@
 
 #include "ConstructionWorks.h"
 #include "DataManagement.h"
+#include "HostScreen.h"
 #include "InteractionSeam.h"
 #include "MsgExplain.h"
 #include "OperatingUIInfo.h"
@@ -268,6 +269,77 @@ private slots:
                  QString("3.48%"));
         window.findChild<QAction*>("undoAction")->trigger();
         QCOMPARE(grid->model()->index(taxRow, 4).data().toString(), QString("3%"));
+    }
+
+    void templateBoxShowsTheTemplateInUse()
+    {
+        MainWindow window;
+        QVERIFY(window.loadModule(ModuleHost::defaultLibraryPath()));
+        QVERIFY(window.openProject(MainWindow::samplePath()));
+        window.show();
+        auto showPage = [&](const char* page) {
+            window.moduleHost()->send(
+                49, QVariant::fromValue(MsgExplain::ToChangeActivePageInfo{QString(page)}));
+            return window.ribbon()->itemWidget("模板选择")->findChild<QComboBox*>();
+        };
+        QCOMPARE(showPage("其他项目清单")->currentText(), QString("2020定额其他项目清单"));
+        QCOMPARE(showPage("零星工作项目人工单价清单")->currentText(),
+                 QString("2020定额零星工作项目人工单价清单模板"));
+        QCOMPARE(showPage("规费税金清单")->currentText(), QString("2020定额规费税金清单-一般计税"));
+        emit window.ribbon()->comboChanged("模板选择", "2015定额规费税金清单-简易计税");
+        showPage("其他项目清单");
+        QCOMPARE(showPage("规费税金清单")->currentText(), QString("2015定额规费税金清单-简易计税"));
+
+        const QString file = m_dir.filePath("template.tarvo");
+        QVERIFY(window.saveAs(file));
+        QVERIFY(window.openProject(file));
+        QCOMPARE(showPage("规费税金清单")->currentText(), QString("2015定额规费税金清单-简易计税"));
+        // The second unit project keeps its own.
+        window.selectNode(window.project()->unitProjectNodes().at(1));
+        QCOMPARE(showPage("规费税金清单")->currentText(), QString("2020定额规费税金清单-简易计税"));
+    }
+
+    void titleMarkFollowsTheSavedState()
+    {
+        MainWindow window;
+        QVERIFY(window.loadModule(ModuleHost::defaultLibraryPath()));
+        const QString file = m_dir.filePath("title.tarvo");
+        QVERIFY(window.openProject(MainWindow::samplePath()));
+        QVERIFY(window.saveAs(file));
+        QVERIFY(!window.windowTitle().endsWith(" *"));
+        QTableView* grid = currentGrid(window);
+        QVERIFY(grid->model()->setData(grid->model()->index(0, 3), "777"));
+        QVERIFY(window.windowTitle().endsWith(" *"));
+        auto* undo = window.findChild<QAction*>("undoAction");
+        auto* redo = window.findChild<QAction*>("redoAction");
+        undo->trigger();
+        QVERIFY2(!window.windowTitle().endsWith(" *"), qPrintable(window.windowTitle()));
+        redo->trigger();
+        QVERIFY(window.windowTitle().endsWith(" *"));
+        QVERIFY(window.save());
+        undo->trigger(); // away from what the file holds
+        QVERIFY(window.windowTitle().endsWith(" *"));
+        redo->trigger();
+        QVERIFY(!window.windowTitle().endsWith(" *"));
+    }
+
+    void windowSizeAndStateAreRemembered()
+    {
+        {
+            MainWindow window;
+            window.show();
+            window.resize(1000, 640);
+            QVERIFY(window.close());
+        }
+        MainWindow again;
+        again.restoreWindowState();
+        QCOMPARE(again.size(), QSize(1000, 640));
+    }
+
+    void qtDialogsSpeakChinese()
+    {
+        QVERIFY(HostScreen::InstallQtTranslations(qApp));
+        QCOMPARE(QCoreApplication::translate("QFileDialog", "Look in:"), QString("查找范围："));
     }
 
     void badFilesLeaveTheOpenProject()

@@ -90,6 +90,37 @@ private slots:
         undo()->ForgetHistory();
     }
 
+    void numbersTakeTheUnitProjectsDecimals()
+    {
+        TestProject p;
+        ZbrClGzfQdTable* t = list(p);
+        material(t, 1, "钢筋", 4200.5, 10.126);
+        t->at(0)->setValue(2, "010101");
+        t->at(0)->setValue(12, "四川");
+        Page page(p);
+        BillModel* model = page.grid()->model();
+        auto shown = [&](int field) { return model->index(0, model->columnOfField(field)).data(); };
+        QCOMPARE(shown(7).toString(), QString("4200.50"));
+        QCOMPARE(shown(9).toString(), QString("10.13"));
+        QCOMPARE(shown(10).toString(), QString("42534.26"));
+        // Codes and text read from the left, numbers from the right.
+        auto align = [&](int field) {
+            return model->index(0, model->columnOfField(field)).data(Qt::TextAlignmentRole).toInt();
+        };
+        QCOMPARE(align(2), int(Qt::AlignLeft | Qt::AlignVCenter));
+        QCOMPARE(align(12), int(Qt::AlignLeft | Qt::AlignVCenter));
+        QCOMPARE(align(7), int(Qt::AlignRight | Qt::AlignVCenter));
+        // The unit project's number formats decide.
+        p.current->getJfszTable()->setDecimals(3, 1);
+        p.current->getJfszTable()->setQuantityDecimals(3);
+        QCOMPARE(shown(7).toString(), QString("4200.500"));
+        QCOMPARE(shown(9).toString(), QString("10.126"));
+        QCOMPARE(shown(10).toString(), QString("42534.3"));
+        // Editing shows the stored number, not the rounded one.
+        QCOMPARE(model->index(0, model->columnOfField(9)).data(Qt::EditRole).toString(),
+                 QString("10.126"));
+    }
+
     void sortsPutBlanksLastAndKeepOtherRowsAfter()
     {
         TestProject p;
