@@ -6,10 +6,20 @@
 #include <QProgressDialog>
 #include <QWidget>
 
+namespace {
+VXProgressBar* g_current = nullptr;
+} // namespace
+
+VXProgressBar* VXProgressBar::Current()
+{
+    return g_current;
+}
+
 VXProgressBar::VXProgressBar(const QString& title, const QString& text, int minimum, int maximum,
                              QObject* parent)
-    : QObject(parent), m_owner(qobject_cast<QWidget*>(parent)), m_value(minimum)
+    : QObject(parent), m_owner(qobject_cast<QWidget*>(parent)), m_value(minimum), m_outer(g_current)
 {
+    g_current = this;
     InteractionSeam::record({QStringLiteral("progress"), title, text, {}});
     if (InteractionSeam::isScripted() ||
         QGuiApplication::platformName() == QLatin1String("offscreen"))
@@ -24,6 +34,8 @@ VXProgressBar::VXProgressBar(const QString& title, const QString& text, int mini
 
 VXProgressBar::~VXProgressBar()
 {
+    if (g_current == this)
+        g_current = m_outer;
     delete m_dialog;
 }
 

@@ -17,6 +17,9 @@ public:
                   QObject* parent = nullptr);
     ~VXProgressBar() override;
 
+    // The bar up now, if any (the innermost when bars nest).
+    static VXProgressBar* Current();
+
     void setText(const QString& text);
     // The bar's window keeps this height (already scaled by the caller).
     void setFixedHeight(int height);
@@ -34,4 +37,5 @@ private:
     QWidget* m_owner = nullptr;
     int m_value = 0;
     int m_height = -1;
+    VXProgressBar* m_outer = nullptr;
 };

@@ -18,7 +18,9 @@
 
 #include <QAbstractItemModelTester>
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
@@ -216,6 +218,16 @@ private slots:
         QCOMPARE(del->menu()->actions().size(), 2);
         showPage("其他项目清单");
         QVERIFY(!qobject_cast<QToolButton*>(window.ribbon()->itemWidget("招投标-删除行"))->menu());
+        // The ribbon keeps one height on every page: the window never jumps.
+        QSet<int> heights;
+        for (const char* page : {"其他项目清单", "招标人材料购置费清单", "零星工作项目人工单价清单",
+                                 "规费税金清单", "需评审的材料清单", "暂估材料(工程设备)清单"}) {
+            showPage(page);
+            QApplication::processEvents();
+            heights.insert(window.ribbon()->height());
+            QVERIFY2(window.ribbon()->sizeHint().height() <= window.ribbon()->height(), page);
+        }
+        QCOMPARE(heights.size(), 1);
         QVERIFY(window.statusBar()->findChildren<QLabel*>().size() >= 2);
     }
 
@@ -340,6 +352,15 @@ private slots:
     {
         QVERIFY(HostScreen::InstallQtTranslations(qApp));
         QCOMPARE(QCoreApplication::translate("QFileDialog", "Look in:"), QString("查找范围："));
+        if (qEnvironmentVariableIsSet("TARVO_SCREENSHOT_DIR")) { // for looking at
+            QFileDialog dialog(nullptr, QStringLiteral("打开工程"), m_dir.path(),
+                               QStringLiteral("Tarvo 工程文件 (*.tarvo)"));
+            dialog.setOption(QFileDialog::DontUseNativeDialog);
+            dialog.resize(720, 440);
+            dialog.show();
+            QApplication::processEvents();
+            dialog.grab().save(qEnvironmentVariable("TARVO_SCREENSHOT_DIR") + "/file-dialog.png");
+        }
     }
 
     void badFilesLeaveTheOpenProject()

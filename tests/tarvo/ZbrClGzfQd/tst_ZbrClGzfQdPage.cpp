@@ -7,7 +7,10 @@
 #include "common/BillModel.h"
 #include "common/RowsCountInputDialog.h"
 
+#include "Communication.h"
+#include "HostScreen.h"
 #include "InteractionSeam.h"
+#include "VXProgressBar.h"
 #include "ZbrClGzfQdBusiness.h"
 #include "zTableView.h"
 
@@ -292,7 +295,31 @@ private slots:
         InteractionSeam::setModalHook(
             [](QDialog* d) { static_cast<SummarySelectionDialog*>(d)->choose(1); });
         InteractionSeam::pushAnswer(int(QDialog::Accepted));
+        // The bar stands over the main window at its fixed height while the report is shown.
+        QWidget mainWindow;
+        Communication::GetInstance()->SetMainWindow(&mainWindow);
+        HostScreen::SetResolutionRatio(1.5);
+        QWidget* barOwner = nullptr;
+        int barHeight = 0;
+        QSize dialogSize;
+        InteractionSeam::setModalHook([&](QDialog* d) {
+            dialogSize = d->size(); // fixed 280 by 220, scaled
+            static_cast<SummarySelectionDialog*>(d)->choose(1);
+        });
+        InteractionSeam::setShownHook([&](const InteractionSeam::Shown& shown) {
+            if (shown.kind == "information" && VXProgressBar::Current()) {
+                barOwner = VXProgressBar::Current()->ownerWindow();
+                barHeight = VXProgressBar::Current()->fixedHeight();
+            }
+        });
         page.grid()->slotAcSxZgCl();
+        InteractionSeam::setShownHook(nullptr);
+        HostScreen::SetResolutionRatio(0);
+        Communication::GetInstance()->SetMainWindow(nullptr);
+        QCOMPARE(barOwner, &mainWindow);
+        QCOMPARE(barHeight, 186);
+        QCOMPARE(dialogSize, QSize(420, 330));
+        QVERIFY(!VXProgressBar::Current());
         QCOMPARE(InteractionSeam::lastShown().text,
                  QString("有3条材料在单位工程中的价格不统一(该类材料由定义块选中！)\n"
                          "有2条材料在单位工程中没有对应数据(该类材料固定列加有问号标记，双击?"

@@ -244,8 +244,10 @@ private slots:
             QCOMPARE(model->index(r + 1, first + 3).data().toString(),
                      "备" + QString("一二三").mid(r, 1));
         }
-        QCOMPARE(t->at(0)->getValueStr(2), QString("旧")); // above the block: untouched
-        QCOMPARE(t->at(4)->getDouble(3), 601.0);           // the total follows, once
+        QCOMPARE(t->at(0)->getValueStr(2), QString("旧"));     // above the block: untouched
+        QCOMPARE(t->at(4)->getDouble(3), 601.0);               // the total follows, once
+        if (qEnvironmentVariableIsSet("TARVO_SCREENSHOT_DIR")) // for looking at
+            page.grab().save(qEnvironmentVariable("TARVO_SCREENSHOT_DIR") + "/pasted-block.png");
         QVERIFY(undo()->Undo());
         for (int r = 0; r < 4; ++r)
             QCOMPARE(t->at(r)->getValueStr(2), QString("旧"));
