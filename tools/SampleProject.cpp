@@ -220,13 +220,18 @@ void fillDaywork(ConstructionWorks* works, int variant)
     addRow(t, 1, {{1, QStringLiteral("一")}, {2, QStringLiteral("人工")}});
     int n = 0;
     for (const auto& trade : kLabourTrades) {
-        const double price = QString::fromLatin1(trade[1]).toDouble() + (variant % 3) * 2;
+        const int raised = (variant % 3) * 2;
+        const double price = QString::fromLatin1(trade[1]).toDouble() + raised;
+        // The remark says where the price comes from, and by how much it was raised.
+        const QString source = raised == 0
+                                   ? QStringLiteral("成都市区 2021年5月")
+                                   : QStringLiteral("成都市区 2021年5月单价上调%1元").arg(raised);
         addRow(t, 0,
                {{1, QString::number(++n)},
                 {2, text(trade[0])},
                 {3, QStringLiteral("工日")},
                 {4, price},
-                {5, QStringLiteral("成都市区 2021年5月")},
+                {5, source},
                 {6, 10.0 * (1 + n % 4)}});
     }
     LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(works, t);
@@ -251,7 +256,7 @@ void fillFees(ConstructionWorks* works, bool general)
             {2, QStringLiteral("工程排污费")},
             {3, QStringLiteral("分部分项工程费")},
             {4, 0.1},
-            {7, QStringLiteral("按实计取")}});
+            {7, QStringLiteral("按分部分项工程费的0.1%计取")}});
     addRow(t, 2,
            {{1, QStringLiteral("2")},
             {2, QStringLiteral("税金")},

@@ -340,12 +340,12 @@ private slots:
         {
             MainWindow window;
             window.show();
-            window.resize(1000, 640);
+            window.resize(760, 560);
             QVERIFY(window.close());
         }
         MainWindow again;
         again.restoreWindowState();
-        QCOMPARE(again.size(), QSize(1000, 640));
+        QCOMPARE(again.size(), QSize(760, 560));
     }
 
     void qtDialogsSpeakChinese()
