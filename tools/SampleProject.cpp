@@ -220,13 +220,18 @@ void fillDaywork(ConstructionWorks* works, int variant)
     addRow(t, 1, {{1, QStringLiteral("一")}, {2, QStringLiteral("人工")}});
     int n = 0;
     for (const auto& trade : kLabourTrades) {
-        const double price = QString::fromLatin1(trade[1]).toDouble() + (variant % 3) * 2;
+        const int raised = (variant % 3) * 2;
+        const double price = QString::fromLatin1(trade[1]).toDouble() + raised;
+        // The remark says where the price comes from, and by how much it was raised.
+        const QString source = raised == 0
+                                   ? QStringLiteral("成都市区 2021年5月")
+                                   : QStringLiteral("成都市区 2021年5月单价上调%1元").arg(raised);
         addRow(t, 0,
                {{1, QString::number(++n)},
                 {2, text(trade[0])},
                 {3, QStringLiteral("工日")},
                 {4, price},
-                {5, QStringLiteral("成都市区 2021年5月")},
+                {5, source},
                 {6, 10.0 * (1 + n % 4)}});
     }
     LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(works, t);
@@ -251,7 +256,7 @@ void fillFees(ConstructionWorks* works, bool general)
             {2, QStringLiteral("工程排污费")},
             {3, QStringLiteral("分部分项工程费")},
             {4, 0.1},
-            {7, QStringLiteral("按实计取")}});
+            {7, QStringLiteral("按分部分项工程费的0.1%计取")}});
     addRow(t, 2,
            {{1, QStringLiteral("2")},
             {2, QStringLiteral("税金")},
@@ -438,6 +443,12 @@ std::unique_ptr<ProjectWorks> BuildSampleProject()
                 fillDaywork(works, unitIndex + audit);
                 QtXmQdJJjbBusiness::ExtractSporadicWorkItemFees(works);
                 fillFees(works, unitIndex % 2 == 0);
+                // The content templates the lists were started from, as the ribbon shows them.
+                works->setXtBl(2, QStringLiteral("2020定额其他项目清单"));
+                works->setXtBl(4, QStringLiteral("2020定额零星工作项目人工单价清单模板"));
+                works->setXtBl(5, unitIndex % 2 == 0
+                                      ? QStringLiteral("2020定额规费税金清单-一般计税")
+                                      : QStringLiteral("2020定额规费税金清单-简易计税"));
                 fillMaterialLists(works, works);
                 FyBlBusiness::GetInstance()->RecalculateFyBl(works);
                 if (audit == 0)

@@ -175,10 +175,19 @@ void MainWindow::buildMenus()
     addAction(redo);
 }
 
+void MainWindow::markSavedState(bool saved)
+{
+    QUndoStack* stack = RURecordControl::GetInstance()->undoStack();
+    if (saved)
+        stack->setClean();
+    else
+        stack->resetClean(); // no undo step leads back to what the file holds
+}
+
 void MainWindow::afterReplay()
 {
     if (ProjectWorks* p = project())
-        p->setProjectWorkChanged(true);
+        p->setProjectWorkChanged(!RURecordControl::GetInstance()->undoStack()->isClean());
     // The pages redrew from their tables while the record was replayed; they learn which
     // record it was.
     m_host->send(MsgId::RecordReplayed, QVariant::fromValue(m_replayed));
@@ -248,6 +257,7 @@ bool MainWindow::openProject(const QString& fileName)
     if (recalculated.changedAmounts > 0)
         opened->setProjectWorkChanged(true);
     m_projectIndex = DataManagement::getInstance()->AddProjectWorks(std::move(opened));
+    markSavedState(recalculated.changedAmounts == 0);
     addRecent(path);
     showProject(project());
     const QString message = UnitProjectCalc::OpeningMessage(recalculated);
@@ -263,6 +273,7 @@ bool MainWindow::newFromSample()
     // A new project starts from the sample but is saved elsewhere.
     project()->setFilePath(QString());
     project()->setProjectWorkChanged(true);
+    markSavedState(false);
     updateTitle();
     return true;
 }
@@ -319,6 +330,7 @@ bool MainWindow::saveAs(const QString& path)
         showCritical(this, QStringLiteral("保存工程"), error);
         return false;
     }
+    markSavedState(true);
     addRecent(QFileInfo(path).absoluteFilePath());
     m_host->send(MsgId::ProjectSaved, path);
     statusBar()->showMessage(QStringLiteral("已保存：%1").arg(path), 4000);
@@ -420,5 +432,25 @@ void MainWindow::closeEvent(QCloseEvent* event)
         event->ignore();
         return;
     }
+    saveWindowState();
     event->accept();
+}
+
+void MainWindow::restoreWindowState()
+{
+    QSettings settings(QStringLiteral("Tarvo"), QStringLiteral("workbench"));
+    const QByteArray geometry = settings.value(QStringLiteral("window/geometry")).toByteArray();
+    // What the settings file holds is checked by Qt; a value it refuses leaves the standard size.
+    if (!geometry.isEmpty() && !restoreGeometry(geometry))
+        qWarning().noquote() << QStringLiteral("窗口位置设置无效，已使用默认大小");
+    const QByteArray state = settings.value(QStringLiteral("window/state")).toByteArray();
+    if (!state.isEmpty())
+        restoreState(state);
+}
+
+void MainWindow::saveWindowState() const
+{
+    QSettings settings(QStringLiteral("Tarvo"), QStringLiteral("workbench"));
+    settings.setValue(QStringLiteral("window/geometry"), saveGeometry());
+    settings.setValue(QStringLiteral("window/state"), saveState());
 }

@@ -40,6 +40,9 @@ public:
     // Shows each bill page of the given node in turn and saves a picture of the window.
     QStringList takeScreenshots(const QString& dir, ProTreeNode* node);
     static QString samplePath();
+    // The window's size, place and state as the user left them last time.
+    void restoreWindowState();
+    void saveWindowState() const;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -53,6 +56,8 @@ private:
     void rebuildRecentMenu();
     void onRibbonRequested(const QString& menuFile);
     void afterReplay();
+    // The undo history's saved state is the file's: undoing back to it leaves nothing to save.
+    void markSavedState(bool saved);
 
     ModuleHost* m_host;
     ProjectTreeModel* m_treeModel;

@@ -72,7 +72,38 @@ RibbonWidget::RibbonWidget(QWidget* parent) : QWidget(parent), m_layout(new QHBo
     MenuBarManager* manager = MenuBarManager::getInstance();
     connect(manager, &MenuBarManager::itemStateChanged, this, &RibbonWidget::updateState);
     connect(manager, &MenuBarManager::ribbonActionMenuChanged, this, &RibbonWidget::installMenu);
-    setMinimumHeight(84);
+    setFixedHeight(standardHeight());
+}
+
+int RibbonWidget::standardHeight()
+{
+    // One height for every page, so the window never jumps when the page changes: the
+    // tallest a group can be (three small buttons stacked, a large button or a labelled combo)
+    // over the group's title.
+    QWidget probe;
+    probe.setStyleSheet(styleSheet());
+    RibbonItem small{QStringLiteral("插入行"),
+                     QStringLiteral("button"),
+                     QStringLiteral("insert"),
+                     QString(),
+                     {},
+                     true};
+    RibbonItem large = small;
+    large.small = false;
+    RibbonItem combo{
+        QStringLiteral("模板选择"), QStringLiteral("combo"), QString(), QString(), {}, false};
+    QWidget* smallButton = makeItem(small, &probe);
+    QWidget* largeButton = makeItem(large, &probe);
+    QWidget* comboBox = makeItem(combo, &probe);
+    QLabel title(QStringLiteral("行操作"), &probe);
+    title.setObjectName(QStringLiteral("groupTitle"));
+    probe.ensurePolished();
+    for (QWidget* w : probe.findChildren<QWidget*>())
+        w->ensurePolished();
+    const int items = qMax(3 * smallButton->sizeHint().height(),
+                           qMax(largeButton->sizeHint().height(), comboBox->sizeHint().height()));
+    const QMargins margins = m_layout->contentsMargins();
+    return items + 1 + title.sizeHint().height() + margins.top() + margins.bottom() + 2;
 }
 
 QMenu* RibbonWidget::configuredMenu(const RibbonItem& item, QWidget* parent)

@@ -31,6 +31,7 @@ private:
     void updateState(const QString& text);
     void installMenu(const QString& title);
     QWidget* makeItem(const RibbonItem& item, QWidget* parent);
+    int standardHeight();
     QMenu* configuredMenu(const RibbonItem& item, QWidget* parent);
 
     RibbonConfig m_config;

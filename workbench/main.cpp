@@ -4,6 +4,7 @@
 #include "MainWindow.h"
 #include "ModuleHost.h"
 
+#include "HostScreen.h"
 #include "InteractionSeam.h"
 #include "ProjectWorks.h"
 #include "zBatMessage.h"
@@ -20,6 +21,9 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("Tarvo"));
     QApplication::setOrganizationName(QStringLiteral("Tarvo"));
     QApplication::setFont(QFont(QStringLiteral("Noto Sans CJK SC"), 9));
+    // Qt's own dialogs (open, save, standard buttons) speak the user's language.
+    if (!HostScreen::InstallQtTranslations(&app))
+        qWarning("Qt zh_CN translations not found: Qt's own dialogs stay in English");
 
     QCommandLineParser parser;
     parser.addHelpOption();
@@ -61,6 +65,9 @@ int main(int argc, char** argv)
     const bool opened = window.openProject(project);
     if (unattended && (!loaded || !opened || failed))
         return 2;
+    // A screenshot run shows the window at its standard size, not the user's.
+    if (!unattended)
+        window.restoreWindowState();
     window.show();
 
     if (parser.isSet(shots)) {

@@ -8,6 +8,12 @@ class JfszTable
 public:
     int priceDecimals() const { return m_priceDecimals; }
     int totalDecimals() const { return m_totalDecimals; }
+    int quantityDecimals() const { return m_quantityDecimals; }
+    void setQuantityDecimals(int decimals) { m_quantityDecimals = decimals; }
+    QString QuantityFloatFormatToStr(double value, int decimals) const
+    {
+        return QString::number(value, 'f', decimals < 0 ? m_quantityDecimals : decimals);
+    }
     void setDecimals(int price, int total)
     {
         m_priceDecimals = price;
@@ -26,4 +32,5 @@ public:
 private:
     int m_priceDecimals = 2;
     int m_totalDecimals = 2;
+    int m_quantityDecimals = 2;
 };

@@ -516,18 +516,25 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
     auto damaged = [&](const QString& reason) {
         return fail(QStringLiteral("文件已损坏（%1）。").arg(reason));
     };
+    // The database's own words are for whoever looks into the file: the user reads first
+    // what happened and what to do, in Chinese.
+    auto unreadable = [&](const QString& what, const QString& technical) {
+        return fail(QStringLiteral("文件已损坏（%1）。请改用该工程的备份文件。\n技术信息：%2")
+                        .arg(what, technical));
+    };
     auto readFailed = [&](const char* table, const QSqlQuery& query) {
-        return damaged(QStringLiteral("读取数据表“%1”失败：%2")
-                           .arg(QLatin1String(table), query.lastError().text()));
+        return unreadable(QStringLiteral("数据表“%1”无法读取").arg(QLatin1String(table)),
+                          query.lastError().text());
     };
 
     QSqlQuery q(db);
     q.setForwardOnly(true);
     // SQLite's own check of pages and records, before any content is trusted.
     if (!q.exec(QStringLiteral("PRAGMA quick_check")))
-        return damaged(QStringLiteral("数据库完整性检查无法进行：%1").arg(q.lastError().text()));
+        return unreadable(QStringLiteral("数据库完整性检查无法进行"), q.lastError().text());
     if (!q.next() || q.value(0).toString() != QLatin1String("ok"))
-        return damaged(QStringLiteral("数据库完整性检查未通过：%1").arg(q.value(0).toString()));
+        return unreadable(QStringLiteral("数据库完整性检查未通过，文件中的数据已被破坏"),
+                          q.value(0).toString());
 
     QString layoutProblem;
     if (!checkLayout(db, kTables[0], &layoutProblem))

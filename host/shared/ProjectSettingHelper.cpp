@@ -2,6 +2,7 @@
 #include "JsonConfig.h"
 #include "SharedInterface.h"
 
+#include <QHash>
 #include <QJsonArray>
 
 ProjectSettingHelper* ProjectSettingHelper::GetProjectSettingHelper()
@@ -52,9 +53,14 @@ QColor ProjectSettingHelper::getItemColor(int id) const
         {24, QColor(0, 0, 255)},     // text of rows in the block
         {25, QColor(204, 232, 255)}, // background of rows in the block
     };
-    const QJsonObject root =
-        ReadJsonConfig(SharedInterface::GetAppPath() + QStringLiteral("Config/ItemColors.json"));
-    const QString configured = root.value(QString::number(id)).toString();
+    // Read once per application folder: a cell asks for its colour at every repaint, and a
+    // missing or broken file is reported once, not once per cell.
+    static QHash<QString, QJsonObject> files;
+    const QString path = SharedInterface::GetAppPath() + QStringLiteral("Config/ItemColors.json");
+    auto cached = files.constFind(path);
+    if (cached == files.constEnd())
+        cached = files.insert(path, ReadJsonConfig(path));
+    const QString configured = cached.value().value(QString::number(id)).toString();
     if (QColor::isValidColor(configured))
         return QColor(configured);
     return defaults.value(id, QColor(Qt::black));

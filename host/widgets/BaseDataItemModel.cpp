@@ -137,3 +137,9 @@ Qt::ItemFlags BaseDataItemModel::flags(const QModelIndex& index) const
         return Qt::ItemIsSelectable | Qt::ItemIsEnabled;
     return Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsEditable;
 }
+
+void BaseDataItemModel::pasteCells(const QVector<QPair<QModelIndex, QString>>& cells)
+{
+    for (const auto& cell : cells)
+        setData(cell.first, cell.second, Qt::EditRole);
+}

@@ -42,6 +42,10 @@ public:
                         int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
+    // Values pasted into several cells at once. Here each goes through setData; the bill
+    // models take the block as one undo step.
+    virtual void pasteCells(const QVector<QPair<QModelIndex, QString>>& cells);
+
 private:
     // The journal tells what a record, an undo or a redo changed: changed rows are redrawn,
     // rows that came, went or moved rebuild the model.

@@ -17,7 +17,15 @@ public:
                   QObject* parent = nullptr);
     ~VXProgressBar() override;
 
+    // The bar up now, if any (the innermost when bars nest).
+    static VXProgressBar* Current();
+
     void setText(const QString& text);
+    // The bar's window keeps this height (already scaled by the caller).
+    void setFixedHeight(int height);
+    int fixedHeight() const { return m_height; }
+    // The window the bar stands over: the parent given at construction when it is a widget.
+    class QWidget* ownerWindow() const { return m_owner; }
     // Shows the bar at once and lets it paint before the caller's long work starts.
     void show();
     void setValue(int value) override;
@@ -26,5 +34,8 @@ public:
 
 private:
     QProgressDialog* m_dialog = nullptr;
+    QWidget* m_owner = nullptr;
     int m_value = 0;
+    int m_height = -1;
+    VXProgressBar* m_outer = nullptr;
 };

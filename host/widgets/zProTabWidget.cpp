@@ -29,6 +29,32 @@ zProTabWidget::zProTabWidget(int type, QWidget* parent) : QTabWidget(parent), m_
         menu->deleteLater();
     });
     connect(this, &QTabWidget::currentChanged, this, &zProTabWidget::onCurrentChanged);
+    // The user arranges the pages by dragging their tabs; hidden pages keep their places.
+    tabBar()->setMovable(true);
+    connect(tabBar(), &QTabBar::tabMoved, this, [this] {
+        if (m_rebuilding)
+            return;
+        // The shown tabs take the strip's order in the places shown tabs held.
+        std::vector<Tab*> shown;
+        for (int i = 0; i < count(); ++i)
+            for (const auto& tab : m_tabs)
+                if (tab->placeholder == widget(i))
+                    shown.push_back(tab.get());
+        std::vector<Tab*> order;
+        std::size_t next = 0;
+        for (const auto& tab : m_tabs)
+            order.push_back(tab->info.bVisible && next < shown.size() ? shown.at(next++)
+                                                                      : tab.get());
+        std::vector<std::unique_ptr<Tab>> sorted;
+        for (Tab* wanted : order)
+            for (auto& tab : m_tabs)
+                if (tab && tab.get() == wanted) {
+                    sorted.push_back(std::move(tab));
+                    break;
+                }
+        m_tabs.swap(sorted);
+        emitPageArrangement();
+    });
 }
 
 zProTabWidget::~zProTabWidget() = default;
@@ -160,6 +186,36 @@ void zProTabWidget::SetTabVisibleBySysName(const QString& pageName, bool visible
             setCurrentIndex(indexOfPage(pageName));
         return;
     }
+}
+
+QStringList zProTabWidget::pageOrder() const
+{
+    QStringList names;
+    for (const auto& tab : m_tabs)
+        names << tab->info.strPageName;
+    return names;
+}
+
+void zProTabWidget::ApplyPageArrangement(const QStringList& order, const QStringList& hidden)
+{
+    auto rank = [&](const std::unique_ptr<Tab>& t) {
+        const int i = order.indexOf(t->info.strPageName);
+        return i < 0 ? order.size() : i;
+    };
+    std::stable_sort(m_tabs.begin(), m_tabs.end(),
+                     [&](const auto& a, const auto& b) { return rank(a) < rank(b); });
+    bool anyShown = false;
+    for (const auto& tab : m_tabs) {
+        tab->info.bVisible = !hidden.contains(tab->info.strPageName);
+        anyShown = anyShown || tab->info.bVisible;
+    }
+    if (!anyShown && !m_tabs.empty())
+        m_tabs.front()->info.bVisible = true;
+    QWidget* before = currentWidget();
+    rebuildTabs();
+    // The page shown before may be hidden now: the strip moves on, and that page is made.
+    if (currentWidget() != before && isVisible())
+        onCurrentChanged(currentIndex());
 }
 
 QString zProTabWidget::GetSysNameByIndex(int index) const

@@ -49,6 +49,11 @@ public:
     QString GetSysNameByIndex(int index) const;
     int indexOfPage(const QString& pageName) const;
     QStringList visiblePageNames() const;
+    // Every page, shown or hidden, in tab order.
+    QStringList pageOrder() const;
+    // Puts back an arrangement the user made: tabs in this order (pages not named keep their
+    // place after), these pages hidden (never all of them). Nothing is announced as a change.
+    void ApplyPageArrangement(const QStringList& order, const QStringList& hidden);
 
     void ChangeROState(bool readOnly);
     bool IsReadOnlyState() const { return m_readOnly; }

@@ -9,13 +9,16 @@
 #include "zRowHeaderView.h"
 #include "zTitleModal.h"
 
+#include <QClipboard>
 #include <QCollator>
 #include <QDebug>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QListWidget>
 #include <QMouseEvent>
 #include <QPainter>
@@ -23,6 +26,7 @@
 #include <QRegularExpression>
 #include <QSaveFile>
 #include <QScrollBar>
+#include <QSet>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -476,4 +480,176 @@ void zTableView::placeFooter()
     m_footer->verticalScrollBar()->setValue(
         m_footer->verticalHeader()->sectionPosition(m_footerRow));
     m_footer->horizontalScrollBar()->setValue(horizontalScrollBar()->value());
+}
+
+namespace {
+
+// The shown columns in the order the user sees them.
+QVector<int> shownColumns(const QTableView* view)
+{
+    QVector<int> columns;
+    const QHeaderView* header = view->horizontalHeader();
+    for (int visual = 0; visual < header->count(); ++visual) {
+        const int logical = header->logicalIndex(visual);
+        if (!view->isColumnHidden(logical))
+            columns << logical;
+    }
+    return columns;
+}
+
+} // namespace
+
+QVector<QStringList> zTableView::parseCellBlock(const QString& text)
+{
+    QVector<QStringList> rows;
+    QStringList row;
+    QString cell;
+    bool quoted = false;
+    bool cellStarted = false;
+    for (int i = 0; i < text.size(); ++i) {
+        const QChar c = text.at(i);
+        if (quoted) {
+            if (c == QLatin1Char('"') && i + 1 < text.size() &&
+                text.at(i + 1) == QLatin1Char('"')) {
+                cell += c;
+                ++i;
+            } else if (c == QLatin1Char('"')) {
+                quoted = false;
+            } else {
+                cell += c;
+            }
+            continue;
+        }
+        if (c == QLatin1Char('"') && !cellStarted) {
+            quoted = true;
+            cellStarted = true;
+        } else if (c == QLatin1Char('\t')) {
+            row << cell;
+            cell.clear();
+            cellStarted = false;
+        } else if (c == QLatin1Char('\r') || c == QLatin1Char('\n')) {
+            if (c == QLatin1Char('\r') && i + 1 < text.size() &&
+                text.at(i + 1) == QLatin1Char('\n'))
+                ++i;
+            row << cell;
+            rows << row;
+            row.clear();
+            cell.clear();
+            cellStarted = false;
+        } else {
+            cell += c;
+            cellStarted = true;
+        }
+    }
+    if (cellStarted || !row.isEmpty())
+        rows << (row << cell);
+    return rows;
+}
+
+QString zTableView::selectionText() const
+{
+    const QModelIndexList selected =
+        selectionModel() ? selectionModel()->selectedIndexes() : QModelIndexList();
+    if (selected.isEmpty() || !model())
+        return currentIndex().isValid() ? currentIndex().data().toString() : QString();
+    int top = selected.first().row();
+    int bottom = top;
+    QSet<int> columns;
+    for (const QModelIndex& index : selected) {
+        top = qMin(top, index.row());
+        bottom = qMax(bottom, index.row());
+        columns.insert(index.column());
+    }
+    QVector<int> block;
+    for (int column : shownColumns(this))
+        if (columns.contains(column))
+            block << column;
+    QStringList lines;
+    for (int row = top; row <= bottom; ++row) {
+        QStringList cells;
+        for (int column : block) {
+            const QModelIndex index = model()->index(row, column);
+            QString value =
+                selectionModel()->isSelected(index) ? index.data().toString() : QString();
+            // A value with a tab, a line break or a quote is quoted, as spreadsheets do.
+            if (value.contains(QLatin1Char('\t')) || value.contains(QLatin1Char('\n')) ||
+                value.contains(QLatin1Char('"')))
+                value = QLatin1Char('"') + value.replace(QLatin1Char('"'), QStringLiteral("\"\"")) +
+                        QLatin1Char('"');
+            cells << value;
+        }
+        lines << cells.join(QLatin1Char('\t'));
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+void zTableView::copySelection()
+{
+    QGuiApplication::clipboard()->setText(selectionText());
+}
+
+void zTableView::pasteText(const QString& text)
+{
+    auto* target = model();
+    if (!target || text.isEmpty())
+        return;
+    const QVector<QStringList> block = parseCellBlock(text);
+    if (block.isEmpty())
+        return;
+    QVector<QPair<QModelIndex, QString>> cells;
+    auto take = [&](const QModelIndex& index, const QString& value) {
+        if (index.isValid() && (target->flags(index) & Qt::ItemIsEditable))
+            cells.append({index, value});
+    };
+    const QModelIndexList selected =
+        selectionModel() ? selectionModel()->selectedIndexes() : QModelIndexList();
+    if (block.size() == 1 && block.first().size() == 1) {
+        // One value: into the selected cells, or the current one.
+        if (selected.isEmpty())
+            take(currentIndex(), block.first().first());
+        for (const QModelIndex& index : selected)
+            if (!isColumnHidden(index.column()))
+                take(index, block.first().first());
+    } else {
+        QModelIndex start = currentIndex();
+        for (const QModelIndex& index : selected)
+            if (!start.isValid() || index.row() < start.row() ||
+                (index.row() == start.row() && horizontalHeader()->visualIndex(index.column()) <
+                                                   horizontalHeader()->visualIndex(start.column())))
+                start = index;
+        if (!start.isValid())
+            return;
+        const QVector<int> columns = shownColumns(this);
+        const int first = columns.indexOf(start.column());
+        if (first < 0)
+            return;
+        for (int r = 0; r < block.size() && start.row() + r < target->rowCount(); ++r)
+            for (int c = 0; c < block.at(r).size() && first + c < columns.size(); ++c)
+                take(target->index(start.row() + r, columns.at(first + c)), block.at(r).at(c));
+    }
+    if (cells.isEmpty())
+        return;
+    if (auto* m = qobject_cast<BaseDataItemModel*>(target)) {
+        m->pasteCells(cells);
+    } else {
+        for (const auto& cell : std::as_const(cells))
+            target->setData(cell.first, cell.second, Qt::EditRole);
+    }
+}
+
+void zTableView::keyPressEvent(QKeyEvent* event)
+{
+    if (event == QKeySequence::Copy) {
+        copySelection();
+        event->accept();
+        return;
+    }
+    if (event == QKeySequence::Paste) {
+        // A locked grid takes no paste: its cells are not editable.
+        if (editTriggers() != QAbstractItemView::NoEditTriggers)
+            pasteText(QGuiApplication::clipboard()->text());
+        event->accept();
+        return;
+    }
+    QTableView::keyPressEvent(event);
 }

@@ -55,6 +55,19 @@ public:
     // Saves the current layout as a user template (what the save panel does after asking).
     bool saveUserTemplate(const QString& name, QString* error);
 
+    // Ctrl+C: the selected cells as tab-separated text, one line a row, in the shown columns
+    // of the selection's bounding block (cells not selected are empty).
+    QString selectionText() const;
+    void copySelection();
+    // Ctrl+V: a block of cells (tab-separated lines, as spreadsheets copy them) goes into the
+    // grid from the selection's top-left cell, in the shown columns; one value goes into every
+    // selected cell. Cells that cannot be edited and cells beyond the grid are left out. The
+    // model takes the whole block as one change.
+    void pasteText(const QString& text);
+    // Splits clipboard text into rows of cells; a quoted cell may hold tabs, line breaks and
+    // doubled quotes. A last empty line (the one a trailing line break leaves) is dropped.
+    static QVector<QStringList> parseCellBlock(const QString& text);
+
 signals:
     void headerConfigChanged();
     // A row dragged by its row header from one row to another; finished on release.
@@ -65,6 +78,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void updateGeometries() override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void syncFooter();

@@ -39,7 +39,7 @@ QVariant GfQdModel::data(const QModelIndex& index, int role) const
         if (field == RateField)
             return rateText(item->getValue(RateField));
         if (field == AmountField || field == 6)
-            return moneyText(item->getValue(field));
+            return amountText(item->getValue(field));
         return BillModel::data(index, role);
     case Qt::TextAlignmentRole:
         if (field == 1)

@@ -17,18 +17,12 @@
 #include "zTableView.h"
 
 #include <QDebug>
-#include <QFileInfo>
 #include <QMenu>
 
 namespace {
 
-// System variable that remembers the fee template last saved for the unit project.
-constexpr int SavedTemplateXtBl = 5;
-
-QString templatePath(const QString& name)
-{
-    return ContentTemplates::Path(name, HostConstants::GfQdTemplateFileProfix);
-}
+// System variable that records the fee template the unit project last took or saved.
+constexpr int TemplateXtBl = 5;
 
 } // namespace
 
@@ -71,13 +65,7 @@ QStringList GfQdSjWidget::TemplateNames()
 
 void GfQdSjWidget::announceTemplates(const QString& current)
 {
-    MsgExplain::ToChangeMenuItemInfo list{QStringLiteral("模板选择"), 0, 4,
-                                          QVariant(TemplateNames())};
-    Communication::GetInstance()->SendMsg(HostMsg::HostTarget, HostMsg::RibbonItemState,
-                                          QVariant::fromValue(list));
-    MsgExplain::ToChangeMenuItemInfo choice{QStringLiteral("模板选择"), 0, 3, QVariant(current)};
-    Communication::GetInstance()->SendMsg(HostMsg::HostTarget, HostMsg::RibbonItemState,
-                                          QVariant::fromValue(choice));
+    ContentTemplates::Announce(HostConstants::GfQdTemplateFileProfix, current);
 }
 
 void GfQdSjWidget::UpdateCurFeesItemTemp()
@@ -91,8 +79,9 @@ void GfQdSjWidget::UpdateCurFeesItemTemp()
         if (config && config->objectType() == ConfigOfConstruction::ObjectType)
             name = config->getItem(5).toString();
         qDebug().noquote() << QStringLiteral("Default Template:") << name;
-        announceTemplates(!name.isEmpty() && QFileInfo::exists(templatePath(name)) ? name
-                                                                                   : QString());
+        // A template the unit project took or saved since counts before the default.
+        announceTemplates(ContentTemplates::InUse(works(), TemplateXtBl, name,
+                                                  HostConstants::GfQdTemplateFileProfix));
     });
 }
 
@@ -100,11 +89,26 @@ void GfQdSjWidget::onActivated()
 {
     BillSjWidget::onActivated();
     UpdateCurFeesItemTemp();
+    disableExportsWhenReadOnly();
 }
 
 void GfQdSjWidget::onNodeLoaded()
 {
     UpdateCurFeesItemTemp();
+    disableExportsWhenReadOnly();
+}
+
+void GfQdSjWidget::disableExportsWhenReadOnly()
+{
+    const ProjectWorks* owner = table() ? table()->getOwner() : nullptr;
+    if (!owner || !owner->IsReadOnly())
+        return;
+    for (const QString& text : {QStringLiteral("导出招投标CJZ"), QStringLiteral("导出竣工CJZ"),
+                                QStringLiteral("导出备案CJZX")}) {
+        MsgExplain::ToChangeMenuItemInfo info{text, 3, 0, QVariant()};
+        Communication::GetInstance()->SendMsg(HostMsg::HostTarget, HostMsg::RibbonItemState,
+                                              QVariant::fromValue(info));
+    }
 }
 
 void GfQdSjWidget::CurGfSjTamplateChanged(const QString& name)
@@ -114,6 +118,8 @@ void GfQdSjWidget::CurGfSjTamplateChanged(const QString& name)
         if (!ContentTemplates::Read(this, name, HostConstants::GfQdTemplateFileProfix, &temporary,
                                     GfSjQdTable::Type))
             return false; // no such template: the list stays as it is
+        XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), works()->getAuditId(),
+                                 works()->getNodeId(), TemplateXtBl, name);
         GfQdBusiness::ReplaceTableContentFromOther(pageTable(), &temporary);
         GfQdBusiness::CalculateGfQdTable(works(), pageTable());
         if (ProjectWorks* owner = pageTable()->getOwner())
@@ -139,7 +145,7 @@ void GfQdSjWidget::SaveTemplate()
         announceTemplates(name);
         if (works())
             XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), works()->getAuditId(),
-                                     works()->getNodeId(), SavedTemplateXtBl, name);
+                                     works()->getNodeId(), TemplateXtBl, name);
     });
 }
 

@@ -44,4 +44,6 @@ private:
     GfSjQdTable* pageTable() const;
     void showContextMenu(const QPoint& pos);
     void announceTemplates(const QString& current);
+    // A read-only project offers none of the tender-file exports on this page's ribbon.
+    void disableExportsWhenReadOnly();
 };

@@ -18,4 +18,12 @@ protected:
     QString modifyLabel() const override { return QStringLiteral("修改零星工作项目清单行"); }
     bool checkEdit(int row, int field, QVariant& value) override;
     bool applyEdit(int row, int field, const QVariant& value) override;
+    // 4 unit price, 6 provisional quantity, 7 amount.
+    NumberKind numberKind(int field) const override
+    {
+        return field == PriceField ? NumberKind::Price
+               : field == 6        ? NumberKind::Quantity
+               : field == 7        ? NumberKind::Amount
+                                   : NumberKind::None;
+    }
 };

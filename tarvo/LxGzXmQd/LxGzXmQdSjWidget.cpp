@@ -123,8 +123,30 @@ void LxGzXmQdSjWidget::SaveTemplate()
     TarvoGuard::run(sourceFile(), __LINE__, tag("SaveTemplate"), [&] {
         if (!list())
             return;
-        ContentTemplates::AskAndSave(this, list(), LxGzXmRgDjQdTable::Type,
-                                     HostConstants::LxGcXmQdTemplateFileProfix);
+        const QString name = ContentTemplates::AskAndSave(
+            this, list(), LxGzXmRgDjQdTable::Type, HostConstants::LxGcXmQdTemplateFileProfix);
+        if (name.isEmpty() || !works())
+            return;
+        // The list is now what the saved template holds.
+        XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), works()->getAuditId(),
+                                 works()->getNodeId(), 4, name);
+        onNodeLoaded();
+    });
+}
+
+void LxGzXmQdSjWidget::onActivated()
+{
+    BillSjWidget::onActivated();
+    onNodeLoaded();
+}
+
+void LxGzXmQdSjWidget::onNodeLoaded()
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("onNodeLoaded"), [&] {
+        ContentTemplates::Announce(
+            HostConstants::LxGcXmQdTemplateFileProfix,
+            ContentTemplates::InUse(works(), 4, QString(),
+                                    HostConstants::LxGcXmQdTemplateFileProfix));
     });
 }
 

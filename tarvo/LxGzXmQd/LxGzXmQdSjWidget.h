@@ -36,6 +36,9 @@ protected:
     bool moveRows(int from, int to) override;
     QString moveLabel() const override { return QStringLiteral("零星人工项目清单移动行"); }
     void onRibbonCommand(const QVariant& payload) override;
+    // The ribbon's "模板选择" shows the template the unit project took last.
+    void onActivated() override;
+    void onNodeLoaded() override;
 
 private:
     static constexpr int SummaryKind = 1; // summary rows: no picked price, never deleted

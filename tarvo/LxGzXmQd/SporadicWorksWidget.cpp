@@ -20,6 +20,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QSettings>
 #include <QTableView>
 #include <QTextBrowser>
 #include <QVBoxLayout>
@@ -88,6 +89,8 @@ SporadicWorksWidget::SporadicWorksWidget(QWidget* parent)
 
     QWidget* grid = section(QStringLiteral("widget_5"), QStringLiteral("verticalLayout_7"));
     m_table = new QTableView(grid);
+    // A double-click picks the price; a rate is edited by typing or F2.
+    m_table->setEditTriggers(QAbstractItemView::EditKeyPressed | QAbstractItemView::AnyKeyPressed);
     m_table->setObjectName(QStringLiteral("tableView"));
     m_table->setModel(m_model);
     m_table->setItemDelegateForColumn(0, new WorksTypeDelegate(m_table));
@@ -177,15 +180,21 @@ void SporadicWorksWidget::UpdateLocationCBox()
         const QSignalBlocker blocker(m_location);
         m_location->clear();
         m_location->addItems(m_model->Regions());
+        // The region the user chose last time, when the store still has it.
+        const QString remembered = QSettings().value(QStringLiteral("LxGzXmQd/region")).toString();
+        if (m_location->findText(remembered) >= 0)
+            m_location->setCurrentText(remembered);
     }
     slotLocationTextChanged(m_location->currentText());
 }
 
 void SporadicWorksWidget::slotLocationTextChanged(const QString& text)
 {
-    Q_UNUSED(text)
-    TarvoGuard::run(kSource, __LINE__, tagOf("slotLocationTextChanged"),
-                    [&] { slotUpdateStartTimeCBox(); });
+    TarvoGuard::run(kSource, __LINE__, tagOf("slotLocationTextChanged"), [&] {
+        if (!text.isEmpty())
+            QSettings().setValue(QStringLiteral("LxGzXmQd/region"), text);
+        slotUpdateStartTimeCBox();
+    });
 }
 
 void SporadicWorksWidget::slotUpdateStartTimeCBox()

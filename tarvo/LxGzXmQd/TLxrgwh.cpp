@@ -1,5 +1,6 @@
 #include "TLxrgwh.h"
 
+#include "HostScreen.h"
 #include "TarvoGuard.h"
 
 #include "LxrgStore.h"
@@ -15,8 +16,51 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QStandardItemModel>
+#include <QStyledItemDelegate>
 #include <QTableView>
 #include <QVBoxLayout>
+
+#include <functional>
+
+namespace {
+
+// The remark cell is edited in a combo box that offers the remarks the store already holds;
+// a new one may be typed.
+class RemarkDelegate : public QStyledItemDelegate
+{
+public:
+    RemarkDelegate(std::function<QStringList()> choices, QObject* parent)
+        : QStyledItemDelegate(parent), m_choices(std::move(choices))
+    {
+    }
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&,
+                          const QModelIndex&) const override
+    {
+        auto* combo = new QComboBox(parent);
+        combo->setObjectName(QStringLiteral("remarkEditor"));
+        combo->setEditable(true);
+        QStringList remarks = m_choices();
+        remarks.removeAll(QString());
+        combo->addItems(remarks);
+        return combo;
+    }
+    void setEditorData(QWidget* editor, const QModelIndex& index) const override
+    {
+        static_cast<QComboBox*>(editor)->setCurrentText(index.data(Qt::EditRole).toString());
+    }
+    void setModelData(QWidget* editor, QAbstractItemModel* model,
+                      const QModelIndex& index) const override
+    {
+        const QString text = static_cast<QComboBox*>(editor)->currentText();
+        if (text != index.data(Qt::EditRole).toString())
+            model->setData(index, text, Qt::EditRole);
+    }
+
+private:
+    std::function<QStringList()> m_choices;
+};
+
+} // namespace
 
 TLxrgwh::TLxrgwh(const QString& dq, const QString& sj, QWidget* parent)
     : QDialog(parent), m_dq(new QComboBox(this)), m_sj(new QComboBox(this)),
@@ -36,6 +80,8 @@ TLxrgwh::TLxrgwh(const QString& dq, const QString& sj, QWidget* parent)
     m_grid->setModel(m_model);
     m_grid->setFont(QFont(QStringLiteral("SimSun"), 9));
     m_grid->horizontalHeader()->setStretchLastSection(true);
+    m_grid->setItemDelegateForColumn(2,
+                                     new RemarkDelegate([this] { return comboxBzData(); }, this));
     layout->addWidget(m_grid, 1);
     auto* buttons = new QHBoxLayout;
     const struct
@@ -57,7 +103,7 @@ TLxrgwh::TLxrgwh(const QString& dq, const QString& sj, QWidget* parent)
     connect(this, &TLxrgwh::closeLxrgwh, this, &QDialog::reject);
     buttons->addWidget(close);
     layout->addLayout(buttons);
-    resize(620, 460);
+    resize(HostScreen::Scaled(QSize(620, 460)));
 
     // A new region or time may be typed in.
     m_dq->setEditable(true);
@@ -193,16 +239,29 @@ void TLxrgwh::slotAddRow()
         const QString dq = currentRegion();
         const QString sj = currentTime();
         if (!m_rows.isEmpty()) {
-            const int row = currentRow();
-            const QString gz = row >= 0 ? m_rows.at(row).GetDataGz() : QString();
+            // The new row is for a trade the user chooses from the trade list; the price and
+            // the remark are typed afterwards.
+            QString gz;
+            TLxrgwh_Gzwh dialog(this);
+            connect(&dialog, &TLxrgwh_Gzwh::signalTradePicked, this, [&gz](const QString& trade) {
+                TARVO_GUARD("LxGzXmQd\\TLxrgwh", "TLxrgwh::slotAddRow")
+                {
+                    gz = trade.trimmed();
+                };
+            });
+            zTitleModal::ShowModal(&dialog);
             if (gz.isEmpty()) {
                 showInformation(this, QStringLiteral("提示"), QStringLiteral("请选择工种"));
                 return;
             }
-            const TLxrgwhBean& from = m_rows.at(row);
+            for (const TLxrgwhBean& row : std::as_const(m_rows))
+                if (row.GetDataGz() == gz) {
+                    showInformation(this, QStringLiteral("提示"), QStringLiteral("不能重复添加"));
+                    return;
+                }
             LxrgStore::Exec(QStringLiteral("INSERT INTO lxrg(FID, dq, sj, gz, bz, dj) VALUES(null, "
                                            "'%1', '%2', '%3', '%4', '%5')"),
-                            {dq, sj, gz, from.GetRemarke(), from.GetDataDj()}, "slotAddRow");
+                            {dq, sj, gz, QString(), QString()}, "slotAddRow");
         } else {
             LxrgStore::Exec(
                 QStringLiteral("INSERT INTO lxrg(FID, dq, sj) VALUES(null, '%1', '%2')"), {dq, sj},

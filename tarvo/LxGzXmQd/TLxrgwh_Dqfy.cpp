@@ -1,5 +1,6 @@
 #include "TLxrgwh_Dqfy.h"
 
+#include "HostScreen.h"
 #include "TarvoGuard.h"
 
 #include "LxrgStore.h"
@@ -47,7 +48,7 @@ TLxrgwh_Dqfy::TLxrgwh_Dqfy(const QString& sj, QWidget* parent)
     buttons->addWidget(ok);
     buttons->addWidget(cancel);
     layout->addLayout(buttons);
-    resize(320, 360);
+    resize(HostScreen::Scaled(QSize(320, 360)));
 }
 
 void TLxrgwh_Dqfy::onBtnOkClicked()

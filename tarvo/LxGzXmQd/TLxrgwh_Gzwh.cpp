@@ -1,5 +1,6 @@
 #include "TLxrgwh_Gzwh.h"
 
+#include "HostScreen.h"
 #include "TarvoGuard.h"
 
 #include "LxrgStore.h"
@@ -59,7 +60,7 @@ TLxrgwh_Gzwh::TLxrgwh_Gzwh(QWidget* parent) : QDialog(parent), m_table(new QTabl
     }
     connect(this, &TLxrgwh_Gzwh::closeLxrgwh, this, &QDialog::reject);
     layout->addLayout(buttons);
-    resize(420, 460);
+    resize(HostScreen::Scaled(QSize(420, 460)));
     load();
 }
 

@@ -1,5 +1,6 @@
 #include "FormulaEditingDialog.h"
 
+#include "HostScreen.h"
 #include "TarvoGuard.h"
 
 #include "ConstructionWorks.h"
@@ -105,7 +106,7 @@ FormulaEditingDialog::FormulaEditingDialog(QWidget* parent, bool isVAT)
     }
     layout->addLayout(tools);
     m_formula->setObjectName(QStringLiteral("formulaEdit"));
-    m_formula->setMinimumHeight(110);
+    m_formula->setMinimumHeight(HostScreen::Scaled(110));
     layout->addWidget(m_formula);
 
     auto* rates = new QGridLayout;
@@ -148,7 +149,7 @@ FormulaEditingDialog::FormulaEditingDialog(QWidget* parent, bool isVAT)
         buttons->addWidget(button);
     }
     layout->addLayout(buttons);
-    resize(560, 360);
+    resize(HostScreen::Scaled(QSize(560, 360)));
     buildMenus();
 }
 

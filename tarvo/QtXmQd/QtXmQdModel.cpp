@@ -52,9 +52,9 @@ QVariant QtXmQdModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         // A calculation row shows what its formula comes to.
         if (calculation && field == AmountField)
-            return moneyText(item->getValue(EvaluatedAmountField));
+            return amountText(item->getValue(EvaluatedAmountField));
         if (field == AmountField)
-            return moneyText(item->getValue(AmountField));
+            return amountText(item->getValue(AmountField));
         return BillModel::data(index, role);
     case Qt::EditRole:
         if (calculation && field == AmountField)

@@ -205,11 +205,13 @@ void QtXmQdSjWidget::onActivated()
 
 void QtXmQdSjWidget::onNodeLoaded()
 {
-    // The ribbon's "模板选择" shows the template the unit project last took.
-    MsgExplain::ToChangeMenuItemInfo choice{QStringLiteral("模板选择"), 0, 3,
-                                            works() ? works()->getXtBl(2) : QVariant(QString())};
-    Communication::GetInstance()->SendMsg(HostMsg::HostTarget, HostMsg::RibbonItemState,
-                                          QVariant::fromValue(choice));
+    // The ribbon's "模板选择" shows the template the unit project took last, else the one its
+    // pricing model names.
+    const QString fallback =
+        works() && works()->getConfig() ? works()->getConfig()->getItem(2).toString() : QString();
+    ContentTemplates::Announce(
+        HostConstants::QtXmQdTemplateFileProfix,
+        ContentTemplates::InUse(works(), 2, fallback, HostConstants::QtXmQdTemplateFileProfix));
 }
 
 QString QtXmQdSjWidget::AmountReminderText()

@@ -2,9 +2,11 @@
 #include "TarvoGuard.h"
 
 #include "AuditBusiness.h"
+#include "BaseDataItem.h"
 #include "Communication.h"
 #include "ConstructionWorks.h"
 #include "HostIds.h"
+#include "JfszTable.h"
 #include "LxGzXmQdJJjbBusiness.h"
 #include "ProjectWorks.h"
 #include "RURecordControl.h"
@@ -12,6 +14,8 @@
 #include "zMessageBox.h"
 
 #include <QColor>
+
+#include <cmath>
 
 BillModel::BillModel(QObject* parent) : BaseDataItemModel(parent) {}
 
@@ -42,7 +46,44 @@ QVariant BillModel::data(const QModelIndex& index, int role) const
         m_audit->rowState(index.row()) != AuditBusiness::Same)
         return SkinManager::getInstance()->getVXColor(QStringLiteral("Xxj_BgSsGjzYs"),
                                                       QColor(255, 242, 204));
+    if (role == Qt::DisplayRole && index.isValid()) {
+        const NumberKind kind = numberKind(fieldOfColumn(index.column()));
+        if (const BaseDataItem* item = itemAt(index.row()); item && kind != NumberKind::None)
+            return numberText(item->getValue(fieldOfColumn(index.column())), kind);
+    }
     return BaseDataItemModel::data(index, role);
+}
+
+BillModel::NumberKind BillModel::numberKind(int field) const
+{
+    Q_UNUSED(field)
+    return NumberKind::None;
+}
+
+QString BillModel::numberText(const QVariant& value, NumberKind kind) const
+{
+    if (!value.isValid() || value.toString().isEmpty())
+        return QString();
+    bool ok = false;
+    const double number = value.toString().toDouble(&ok);
+    if (!ok || !std::isfinite(number))
+        return value.toString();
+    ConstructionWorks* unit = works();
+    const JfszTable* formats = unit ? unit->getJfszTable() : nullptr;
+    switch (kind) {
+    case NumberKind::Price:
+        return formats ? formats->PriceFloatFormatToStr(number, -1)
+                       : QString::number(number, 'f', 2);
+    case NumberKind::Quantity:
+        return formats ? formats->QuantityFloatFormatToStr(number, -1)
+                       : QString::number(number, 'f', 2);
+    case NumberKind::Amount:
+        return formats ? formats->TotalFloatFormatToStr(number, -1)
+                       : QString::number(number, 'f', 2);
+    case NumberKind::None:
+        break;
+    }
+    return value.toString();
 }
 
 Qt::ItemFlags BillModel::flags(const QModelIndex& index) const
@@ -92,15 +133,6 @@ bool BillModel::evaluateNumeric(QVariant& value) const
     return true;
 }
 
-QString BillModel::moneyText(const QVariant& value)
-{
-    if (!value.isValid())
-        return QString();
-    bool ok = false;
-    const double number = value.toString().toDouble(&ok);
-    return ok ? QString::number(number, 'f', 2) : value.toString();
-}
-
 OperatingUIInfo BillModel::undoInfo(int operType, const QString& text) const
 {
     const ConstructionWorks* w = works();
@@ -132,4 +164,42 @@ bool BillModel::setData(const QModelIndex& index, const QVariant& value, int rol
                         handled = true;
                     });
     return handled;
+}
+
+void BillModel::pasteCells(const QVector<QPair<QModelIndex, QString>>& cells)
+{
+    if (m_readOnlyView || isLocked() || cells.isEmpty())
+        return;
+    const QString className = QString::fromLatin1(metaObject()->className());
+    TarvoGuard::run(m_sourceFolder + QLatin1Char('\\') + className, __LINE__,
+                    className + QStringLiteral("::pasteCells"), [&] {
+                        struct Edit
+                        {
+                            int row;
+                            int field;
+                            QVariant value;
+                        };
+                        QVector<Edit> edits;
+                        for (const auto& cell : cells) {
+                            const int row = cell.first.row();
+                            const BaseDataItem* item = itemAt(row);
+                            if (!item || isFixedRow(item) ||
+                                !(flags(cell.first) & Qt::ItemIsEditable))
+                                continue;
+                            Edit edit{row, fieldOfColumn(cell.first.column()), cell.second};
+                            if (!checkEdit(edit.row, edit.field, edit.value))
+                                return; // told; nothing is pasted
+                            edits << edit;
+                        }
+                        if (edits.isEmpty())
+                            return;
+                        if (ProjectWorks* owner = table() ? table()->getOwner() : nullptr)
+                            owner->setProjectWorkChanged(true);
+                        recorded(OperationKind::Edit, modifyLabel(), [&] {
+                            bool changed = false;
+                            for (const Edit& edit : std::as_const(edits))
+                                changed = applyEdit(edit.row, edit.field, edit.value) || changed;
+                            return changed;
+                        });
+                    });
 }

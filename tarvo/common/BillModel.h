@@ -39,9 +39,20 @@ public:
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+    // A pasted block is one undo step with the page's edit label. Every value is checked
+    // first: the first one refused is told and nothing is pasted.
+    void pasteCells(const QVector<QPair<QModelIndex, QString>>& cells) override;
 
-    // Money as estimators read it: two decimals; empty stays empty, text stays text.
-    static QString moneyText(const QVariant& value);
+    // What a numeric column holds: its display takes the unit project's number formats.
+    enum class NumberKind { None, Price, Quantity, Amount };
+    virtual NumberKind numberKind(int field) const;
+    // A number with the decimals the unit project's number formats give its kind (two without
+    // a unit project); empty stays empty, text stays text.
+    QString numberText(const QVariant& value, NumberKind kind) const;
+    QString amountText(const QVariant& value) const
+    {
+        return numberText(value, NumberKind::Amount);
+    }
 
     // The record info of this model's table with the given operation and label.
     OperatingUIInfo undoInfo(int operType, const QString& text) const;

@@ -7,9 +7,15 @@
 #include "AuditBusiness.h"
 #include "HostIds.h"
 #include "ProTreeNode.h"
+#include "SkinManager.h"
+#include "zTableView.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QScrollBar>
+#include <QSplitter>
 
 BillPageWidget::BillPageWidget(QWidget* parent)
     : zBaseWidget(parent), m_audit(new AuditBusiness(this))
@@ -47,6 +53,9 @@ void BillPageWidget::InitWidget()
     splitter->addWidget(m_sj);
     splitter->setSizes({200, 200});
     splitter->setHandleWidth(6);
+    // The current version takes the room the window gains; the holder keeps its 200 pixels.
+    splitter->setStretchFactor(0, 0);
+    splitter->setStretchFactor(1, 1);
 }
 
 void BillPageWidget::InitAudit()
@@ -69,8 +78,9 @@ void BillPageWidget::SwitchIntoSsState(bool on)
         } else if (m_ss) {
             m_ss->Reload();
         }
-        // Without a submitted version the holder takes no room.
-        m_ssHolder->setVisible(m_ss != nullptr && m_hasSs);
+        // The holder keeps its place in the splitter; without a submitted version it is empty.
+        if (m_ss)
+            m_ss->setVisible(m_hasSs);
     });
 }
 
@@ -104,6 +114,61 @@ void BillPageWidget::ProcNodeMsg(int msgId, ProTreeNode* node, QVariant* payload
             m_audit->Open();
         }
         m_audit->ProcMsg(msgId, payload);
+        arrangeComparison();
         afterMsg(msgId);
     });
+}
+
+void BillPageWidget::arrangeComparison()
+{
+    auto* splitter = qobject_cast<QSplitter*>(m_ssHolder->parentWidget());
+    auto* grid = qobject_cast<QGridLayout*>(m_sj->layout());
+    if (!m_sjTitle && grid) {
+        const QColor colour = SkinManager::getInstance()->getVXColor(
+            QStringLiteral("Xxj_BgSsGjzYs"), QColor(255, 242, 204));
+        m_sjTitle = new QLabel(m_sj);
+        m_sjTitle->setObjectName(QStringLiteral("sjTitle"));
+        m_sjTitle->setTextFormat(Qt::RichText);
+        m_sjTitle->setText(QStringLiteral("当前版本　<span style=\"background:%1\">　　</span> "
+                                          "与送审版本不同的行")
+                               .arg(colour.name()));
+        m_sjTitle->setStyleSheet(
+            QStringLiteral("QLabel { background: #e8f1fb; padding: 3px 6px; color: #1d4f80; }"));
+        grid->removeWidget(m_sj->view());
+        grid->setSpacing(0);
+        grid->addWidget(m_sjTitle, 0, 0);
+        grid->addWidget(m_sj->view(), 1, 0);
+    }
+    const bool comparing = m_hasSs && m_ss;
+    if (m_sjTitle)
+        m_sjTitle->setVisible(comparing);
+    if (splitter) {
+        const int width = qMax(splitter->width(), 400);
+        splitter->setSizes(comparing ? QList<int>{width / 2, width - width / 2}
+                                     : QList<int>{200, width - 200});
+    }
+    if (!comparing)
+        return;
+    // The same columns on both sides, each as wide as the wider of its two contents.
+    zTableView* sj = m_sj->view();
+    zTableView* ss = m_ss->view();
+    sj->resizeColumnsToContents();
+    ss->resizeColumnsToContents();
+    const int columns = qMin(sj->model()->columnCount(), ss->model()->columnCount());
+    for (int c = 0; c < columns; ++c) {
+        const int width = qMax(sj->columnWidth(c), ss->columnWidth(c));
+        sj->setColumnWidth(c, width);
+        ss->setColumnWidth(c, width);
+    }
+    ss->verticalHeader()->setDefaultSectionSize(sj->verticalHeader()->defaultSectionSize());
+    if (!property("scrollLinked").toBool()) {
+        setProperty("scrollLinked", true);
+        for (auto [from, to] : {std::pair{sj, ss}, std::pair{ss, sj}}) {
+            zTableView* other = to;
+            connect(from->verticalScrollBar(), &QScrollBar::valueChanged,
+                    other->verticalScrollBar(), &QScrollBar::setValue);
+            connect(from->horizontalScrollBar(), &QScrollBar::valueChanged,
+                    other->horizontalScrollBar(), &QScrollBar::setValue);
+        }
+    }
 }

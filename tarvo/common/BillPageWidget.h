@@ -44,6 +44,11 @@ protected:
     QString tag(const char* function) const;
 
 private:
+    // Side by side with the submitted version: both grids titled, half the width each, their
+    // columns as wide as their contents, scrolled together; the current grid's title carries
+    // the legend of the difference colour. Without one: the empty 200-pixel holder.
+    void arrangeComparison();
+    class QLabel* m_sjTitle = nullptr;
     AuditBusiness* m_audit;
     bool m_hasSs = false;
     BillSjWidget* m_sj = nullptr;

@@ -1,6 +1,10 @@
 #include "ContentTemplates.h"
 
+#include "Communication.h"
+#include "ConstructionWorks.h"
 #include "HostConstants.h"
+#include "HostIds.h"
+#include "MsgExplain.h"
 #include "SharedInterface.h"
 #include "TemplateAccess.h"
 #include "zFileDialog.h"
@@ -68,6 +72,25 @@ QString AskAndSave(QWidget* parent, const GeneralTableBase* table, int type, con
     }
     showInformation(parent, QStringLiteral("信息"), QStringLiteral("保存成功！"));
     return name;
+}
+
+QString InUse(const ConstructionWorks* works, int xtblId, const QString& fallback,
+              const QString& suffix)
+{
+    const QString recorded = works ? works->getXtBl(xtblId).toString() : QString();
+    const QString name = recorded.isEmpty() ? fallback : recorded;
+    return !name.isEmpty() && QFileInfo::exists(Path(name, suffix)) ? name : QString();
+}
+
+void Announce(const QString& suffix, const QString& current)
+{
+    MsgExplain::ToChangeMenuItemInfo list{QStringLiteral("模板选择"), 0, 4,
+                                          QVariant(Names(suffix))};
+    Communication::GetInstance()->SendMsg(HostMsg::HostTarget, HostMsg::RibbonItemState,
+                                          QVariant::fromValue(list));
+    MsgExplain::ToChangeMenuItemInfo choice{QStringLiteral("模板选择"), 0, 3, QVariant(current)};
+    Communication::GetInstance()->SendMsg(HostMsg::HostTarget, HostMsg::RibbonItemState,
+                                          QVariant::fromValue(choice));
 }
 
 } // namespace ContentTemplates

@@ -3,6 +3,7 @@
 #include <QString>
 #include <QStringList>
 
+class ConstructionWorks;
 class GeneralTableBase;
 class QWidget;
 
@@ -21,5 +22,12 @@ bool Read(QWidget* parent, const QString& name, const QString& suffix, GeneralTa
 // Asks for a name ("保存模板") and writes the table under it; returns the name saved, or an
 // empty text when the user cancelled or the name or the writing was refused (and said so).
 QString AskAndSave(QWidget* parent, const GeneralTableBase* table, int type, const QString& suffix);
+// The template the unit project's list comes from: the name recorded in the unit project's
+// system variable `xtblId` when it applied or saved one, else `fallback` (the pricing model's
+// default); empty when that template's file is not there.
+QString InUse(const ConstructionWorks* works, int xtblId, const QString& fallback,
+              const QString& suffix);
+// Tells the ribbon's "模板选择" which templates there are and which one the list uses.
+void Announce(const QString& suffix, const QString& current);
 
 } // namespace ContentTemplates

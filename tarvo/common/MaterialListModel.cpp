@@ -26,6 +26,21 @@ int MaterialListModel::footerRow() const
     return item && isFixedRow(item) ? last : -1;
 }
 
+BillModel::NumberKind MaterialListModel::numberKind(int field) const
+{
+    switch (field) {
+    case 6:
+    case 7:
+        return NumberKind::Price;
+    case 9:
+        return NumberKind::Quantity;
+    case 10:
+        return NumberKind::Amount;
+    default:
+        return NumberKind::None;
+    }
+}
+
 bool MaterialListModel::isFixedRow(const BaseDataItem* item) const
 {
     return item->getKind() == 2;
@@ -56,7 +71,7 @@ QVariant MaterialListModel::data(const QModelIndex& index, int role) const
             const double value = text.toDouble(&ok);
             if (ok && std::fabs(value) < 1e-6)
                 return QString();
-            return field == 10 && role == Qt::DisplayRole ? moneyText(value) : text;
+            return role == Qt::DisplayRole ? numberText(value, numberKind(field)) : text;
         }
         return item->getValueStr(field);
     case Qt::FontRole:
@@ -68,11 +83,9 @@ QVariant MaterialListModel::data(const QModelIndex& index, int role) const
             return AlignCentre;
         case 3:
             return item->getKind() == 2 ? AlignCentre : AlignLeftCentre;
-        case 4:
-        case 15:
-            return AlignLeftCentre;
         default:
-            return AlignRightCentre;
+            // Numbers read from the right, codes and text from the left.
+            return isNumericField(field) ? AlignRightCentre : AlignLeftCentre;
         }
     case Qt::ForegroundRole: {
         if (QVariant focused = focusedRowText(index.row()); focused.isValid())

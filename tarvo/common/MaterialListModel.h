@@ -35,5 +35,6 @@ protected:
     virtual QColor cellBackgroundColor(int row, int field) const = 0;
     bool checkEdit(int row, int field, QVariant& value) override;
     bool isFixedRow(const BaseDataItem* item) const override;
+    NumberKind numberKind(int field) const override;
     static bool isNumericField(int field);
 };

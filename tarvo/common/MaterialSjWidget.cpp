@@ -6,6 +6,7 @@
 #include "Communication.h"
 #include "ConstructionWorks.h"
 #include "HostIds.h"
+#include "HostScreen.h"
 #include "MenuBarManager.h"
 #include "ProjectWorks.h"
 #include "RURecordControl.h"
@@ -390,6 +391,8 @@ void MaterialSjWidget::rebuildShowingFormerRows(const QString& progressText,
     } restore{this, live};
     VXProgressBar progress(QStringLiteral("提示"), progressText, 0, 100,
                            Communication::GetInstance()->GetMainWindow());
+    progress.setFixedHeight(HostScreen::Scaled(124));
+    progress.show(); // painted before the host starts its work
     QCoreApplication::processEvents();
     work(progress);
 }

@@ -15,11 +15,14 @@
 #include "DataManagement.h"
 #include "HostIds.h"
 #include "MsgExplain.h"
+#include "PriceModelConfig.h"
 #include "ProTreeNode.h"
+#include "ProjectWorks.h"
 #include "XtBlBusiness.h"
 #include "zMessageBox.h"
 #include "zProTabWidget.h"
 
+#include <QDebug>
 #include <QGridLayout>
 #include <QTabBar>
 
@@ -202,6 +205,7 @@ void TarvoWidget::ProcMsg(int msgId, QVariant* payload)
         case MsgId::NodeClicked:
         case MsgId::NodeSelected: {
             ProcessProjectTreeClickedMsg(payload);
+            RestorePageArrangement();
             const ProjectWorks* works = DataManagement::getInstance()->GetProjectWorksByIndex(
                 ProTreeNode::ProjectIndex(m_currentNode));
             m_tabs->ChangeROState(works && works->IsReadOnly());
@@ -231,6 +235,37 @@ void TarvoWidget::ProcActiveWidgetChanged()
         QVariant empty{QStringLiteral("")};
         DistributeMsg(widget, m_widgetService.value(widget), 12, &empty);
     };
+}
+
+void TarvoWidget::RestorePageArrangement()
+{
+    const ProjectWorks* works = m_currentNode
+                                    ? DataManagement::getInstance()->GetProjectWorksByIndex(
+                                          ProTreeNode::ProjectIndex(m_currentNode))
+                                    : nullptr;
+    // Once per project shown: later clicks in the same project keep what the user does now.
+    if (!works || works == m_arrangedProject)
+        return;
+    m_arrangedProject = works;
+    const PriceModelConfig* config = DataManagement::getInstance()->GetPriceModelConfig(
+        ProTreeNode::ProjectIndex(m_currentNode));
+    if (!config)
+        return;
+    auto names = [&](int item) {
+        const QVariant value = config->getItem(item);
+        if (value.isValid() && value.userType() != QMetaType::QStringList) {
+            qWarning().noquote() << QStringLiteral(
+                                        "工程配置项%1（页面排列）的值“%2”不是页面名称列表，已忽略")
+                                        .arg(item)
+                                        .arg(value.toString());
+            return QStringList();
+        }
+        return value.toStringList();
+    };
+    const QStringList order = names(PageOrderItem);
+    const QStringList hidden = names(HiddenPagesItem);
+    if (!order.isEmpty() || !hidden.isEmpty())
+        m_tabs->ApplyPageArrangement(order, hidden);
 }
 
 void TarvoWidget::ProcessProjectTreeClickedMsg(QVariant* payload)
@@ -323,10 +358,14 @@ void TarvoWidget::slotTabPageChanged(
         if (!works || !DataManagement::getInstance()->GetSJPriceModelConfig(m_currentNode))
             return;
         QStringList hidden;
-        for (const ProjectSettingSpace::ProFuncPageInfo& page : listCurProFuncPageInfo)
+        QStringList order;
+        for (const ProjectSettingSpace::ProFuncPageInfo& page : listCurProFuncPageInfo) {
+            order << page.strPageName;
             if (!page.bVisible)
                 hidden << page.strPageName;
-        works->GetPriceModelConfig()->setItem(26, hidden);
+        }
+        works->GetPriceModelConfig()->setItem(HiddenPagesItem, hidden);
+        works->GetPriceModelConfig()->setItem(PageOrderItem, order);
         works->setProjectWorkChanged(true);
     };
 }

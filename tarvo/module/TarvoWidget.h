@@ -7,6 +7,7 @@
 #include <QWidget>
 
 class ProTreeNode;
+class ProjectWorks;
 class QGridLayout;
 class zProTabWidget;
 struct TabPageInfo;
@@ -45,6 +46,11 @@ public slots:
     void slotTabMenuAboutToShow();
 
 private:
+    // The project's configuration items that keep the user's page arrangement.
+    static constexpr int HiddenPagesItem = 26;
+    static constexpr int PageOrderItem = 27;
+    // Puts back the arrangement the user left in the current node's project.
+    void RestorePageArrangement();
     void ProcessProjectTreeClickedMsg(QVariant* payload);
     void ProcessChangeActivePageMsg(QVariant* payload);
     void SaveCurPageIndexToConfig(int index);
@@ -57,4 +63,5 @@ private:
     zProTabWidget* m_tabs = nullptr;
     ProTreeNode* m_currentNode = nullptr;
     ProTreeNode* m_decodedNode = nullptr; // of the node message being handled
+    const ProjectWorks* m_arrangedProject = nullptr;
 };

@@ -5,6 +5,7 @@
 
 #include "ConstructionWorks.h"
 #include "DataManagement.h"
+#include "HostScreen.h"
 #include "InteractionSeam.h"
 #include "MsgExplain.h"
 #include "OperatingUIInfo.h"
@@ -17,7 +18,9 @@
 
 #include <QAbstractItemModelTester>
 #include <QAction>
+#include <QApplication>
 #include <QComboBox>
+#include <QFileDialog>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
@@ -213,6 +216,16 @@ private slots:
         QCOMPARE(del->menu()->actions().size(), 2);
         showPage("其他项目清单");
         QVERIFY(!qobject_cast<QToolButton*>(window.ribbon()->itemWidget("招投标-删除行"))->menu());
+        // The ribbon keeps one height on every page: the window never jumps.
+        QSet<int> heights;
+        for (const char* page : {"其他项目清单", "招标人材料购置费清单", "零星工作项目人工单价清单",
+                                 "规费税金清单", "需评审的材料清单", "暂估材料(工程设备)清单"}) {
+            showPage(page);
+            QApplication::processEvents();
+            heights.insert(window.ribbon()->height());
+            QVERIFY2(window.ribbon()->sizeHint().height() <= window.ribbon()->height(), page);
+        }
+        QCOMPARE(heights.size(), 1);
         QVERIFY(window.statusBar()->findChildren<QLabel*>().size() >= 2);
     }
 
@@ -266,6 +279,86 @@ private slots:
                  QString("3.48%"));
         window.findChild<QAction*>("undoAction")->trigger();
         QCOMPARE(grid->model()->index(taxRow, 4).data().toString(), QString("3%"));
+    }
+
+    void templateBoxShowsTheTemplateInUse()
+    {
+        MainWindow window;
+        QVERIFY(window.loadModule(ModuleHost::defaultLibraryPath()));
+        QVERIFY(window.openProject(MainWindow::samplePath()));
+        window.show();
+        auto showPage = [&](const char* page) {
+            window.moduleHost()->send(
+                49, QVariant::fromValue(MsgExplain::ToChangeActivePageInfo{QString(page)}));
+            return window.ribbon()->itemWidget("模板选择")->findChild<QComboBox*>();
+        };
+        QCOMPARE(showPage("其他项目清单")->currentText(), QString("2020定额其他项目清单"));
+        QCOMPARE(showPage("零星工作项目人工单价清单")->currentText(),
+                 QString("2020定额零星工作项目人工单价清单模板"));
+        QCOMPARE(showPage("规费税金清单")->currentText(), QString("2020定额规费税金清单-一般计税"));
+        emit window.ribbon()->comboChanged("模板选择", "2015定额规费税金清单-简易计税");
+        showPage("其他项目清单");
+        QCOMPARE(showPage("规费税金清单")->currentText(), QString("2015定额规费税金清单-简易计税"));
+
+        const QString file = m_dir.filePath("template.tarvo");
+        QVERIFY(window.saveAs(file));
+        QVERIFY(window.openProject(file));
+        QCOMPARE(showPage("规费税金清单")->currentText(), QString("2015定额规费税金清单-简易计税"));
+        // The second unit project keeps its own.
+        window.selectNode(window.project()->unitProjectNodes().at(1));
+        QCOMPARE(showPage("规费税金清单")->currentText(), QString("2020定额规费税金清单-简易计税"));
+    }
+
+    void titleMarkFollowsTheSavedState()
+    {
+        MainWindow window;
+        QVERIFY(window.loadModule(ModuleHost::defaultLibraryPath()));
+        const QString file = m_dir.filePath("title.tarvo");
+        QVERIFY(window.openProject(MainWindow::samplePath()));
+        QVERIFY(window.saveAs(file));
+        QVERIFY(!window.windowTitle().endsWith(" *"));
+        QTableView* grid = currentGrid(window);
+        QVERIFY(grid->model()->setData(grid->model()->index(0, 3), "777"));
+        QVERIFY(window.windowTitle().endsWith(" *"));
+        auto* undo = window.findChild<QAction*>("undoAction");
+        auto* redo = window.findChild<QAction*>("redoAction");
+        undo->trigger();
+        QVERIFY2(!window.windowTitle().endsWith(" *"), qPrintable(window.windowTitle()));
+        redo->trigger();
+        QVERIFY(window.windowTitle().endsWith(" *"));
+        QVERIFY(window.save());
+        undo->trigger(); // away from what the file holds
+        QVERIFY(window.windowTitle().endsWith(" *"));
+        redo->trigger();
+        QVERIFY(!window.windowTitle().endsWith(" *"));
+    }
+
+    void windowSizeAndStateAreRemembered()
+    {
+        {
+            MainWindow window;
+            window.show();
+            window.resize(760, 560);
+            QVERIFY(window.close());
+        }
+        MainWindow again;
+        again.restoreWindowState();
+        QCOMPARE(again.size(), QSize(760, 560));
+    }
+
+    void qtDialogsSpeakChinese()
+    {
+        QVERIFY(HostScreen::InstallQtTranslations(qApp));
+        QCOMPARE(QCoreApplication::translate("QFileDialog", "Look in:"), QString("查找范围："));
+        if (qEnvironmentVariableIsSet("TARVO_SCREENSHOT_DIR")) { // for looking at
+            QFileDialog dialog(nullptr, QStringLiteral("打开工程"), m_dir.path(),
+                               QStringLiteral("Tarvo 工程文件 (*.tarvo)"));
+            dialog.setOption(QFileDialog::DontUseNativeDialog);
+            dialog.resize(720, 440);
+            dialog.show();
+            QApplication::processEvents();
+            dialog.grab().save(qEnvironmentVariable("TARVO_SCREENSHOT_DIR") + "/file-dialog.png");
+        }
     }
 
     void badFilesLeaveTheOpenProject()

@@ -1,20 +1,10 @@
 #include "SummarySelectionDialog.h"
 
-#include <QGuiApplication>
+#include "HostScreen.h"
+
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QVBoxLayout>
-
-namespace {
-
-double resolutionRatio()
-{
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen ? qMax(1.0, screen->logicalDotsPerInch() / 96.0) : 1.0;
-}
-
-} // namespace
 
 SummarySelectionDialog::SummarySelectionDialog(QWidget* parent)
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint), m_label(new QLabel(this)),
@@ -22,7 +12,7 @@ SummarySelectionDialog::SummarySelectionDialog(QWidget* parent)
 {
     setObjectName(QStringLiteral("SummarySelectionDialog"));
     setWindowTitle(QStringLiteral("选择"));
-    const double ratio = resolutionRatio();
+    const double ratio = HostScreen::ResolutionRatio();
     setFixedSize(qRound(280 * ratio), qRound(220 * ratio));
     setStyleSheet(QStringLiteral(
         "SummarySelectionDialog { background: #ffffff; border: 1px solid #9fb3c8; }"));

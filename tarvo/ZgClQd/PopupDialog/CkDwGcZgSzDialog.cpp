@@ -1,6 +1,7 @@
 #include "CkDwGcZgSzDialog.h"
 
 #include "CkDwGcZgClSzModel.h"
+#include "HostScreen.h"
 #include "common/TarvoGuard.h"
 
 #include "Communication.h"
@@ -29,8 +30,7 @@ CkDwGcZgSzDialog::CkDwGcZgSzDialog(ConstructionWorks* works, QWidget* parent)
 {
     setObjectName(QStringLiteral("CkDwGcZgSzDialog"));
     setWindowTitle(QStringLiteral("查看单位工程暂估设置"));
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    const double ratio = screen ? qMax(1.0, screen->logicalDotsPerInch() / 96.0) : 1.0;
+    const double ratio = HostScreen::ResolutionRatio();
     resize(qRound(1100 * ratio), qRound(600 * ratio));
 
     m_view->setObjectName(QStringLiteral("tree"));

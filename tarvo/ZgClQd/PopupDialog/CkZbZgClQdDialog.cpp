@@ -1,6 +1,7 @@
 #include "CkZbZgClQdDialog.h"
 
 #include "CkZbZgClQdModel.h"
+#include "HostScreen.h"
 
 #include "TarvoGuard.h"
 
@@ -32,8 +33,7 @@ namespace {
 
 double resolutionRatio()
 {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen ? qMax(1.0, screen->logicalDotsPerInch() / 96.0) : 1.0;
+    return HostScreen::ResolutionRatio();
 }
 
 } // namespace

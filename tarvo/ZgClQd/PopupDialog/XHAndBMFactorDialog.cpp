@@ -1,5 +1,6 @@
 #include "XHAndBMFactorDialog.h"
 
+#include "HostScreen.h"
 #include "zMessageBox.h"
 
 #include <QDialogButtonBox>
@@ -32,8 +33,7 @@ XHAndBMFactorDialog::XHAndBMFactorDialog(QWidget* parent)
 {
     setObjectName(QStringLiteral("XHAndBMFactorDialog"));
     setWindowTitle(QStringLiteral("重新生成材料序号及招标编码"));
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    const double ratio = screen ? qMax(1.0, screen->logicalDotsPerInch() / 96.0) : 1.0;
+    const double ratio = HostScreen::ResolutionRatio();
     setMinimumWidth(qRound(320 * ratio));
 
     m_sequence->setCheckable(true);

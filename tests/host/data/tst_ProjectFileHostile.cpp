@@ -266,6 +266,14 @@ private slots:
         }
         f.close();
         expectRefusal(file, QStringLiteral("文件已损坏（数据库完整性检查"));
+        // The user reads what happened and what to do before the database's own words.
+        QString error;
+        QVERIFY(!ProjectFile::Open(file, &error));
+        const int advice = error.indexOf(QStringLiteral("请改用该工程的备份文件"));
+        const int technical = error.indexOf(QStringLiteral("\n技术信息："));
+        QVERIFY2(advice > 0 && technical > advice, qPrintable(error));
+        QVERIFY2(!error.left(technical).contains(QRegularExpression(QStringLiteral("[A-Za-z]"))),
+                 qPrintable(error));
     }
 
     void readerAcceptsWhatSavingWrites()

@@ -126,6 +126,17 @@ private slots:
                  QColor(255, 236, 255));
         QCOMPARE(ProjectSettingHelper::GetProjectSettingHelper()->getItemColor(24),
                  QColor(0, 0, 255));
+        // Without the colour file every cell still gets its colour, and the file is reported
+        // missing once, not once per cell.
+        static QStringList logged;
+        logged.clear();
+        const QtMessageHandler previous = qInstallMessageHandler(
+            [](QtMsgType, const QMessageLogContext&, const QString& text) { logged << text; });
+        for (int cell = 0; cell < 50; ++cell)
+            QCOMPARE(ProjectSettingHelper::GetProjectSettingHelper()->getItemColor(25),
+                     QColor(204, 232, 255));
+        qInstallMessageHandler(previous);
+        QVERIFY2(logged.filter("ItemColors.json").size() <= 1, qPrintable(logged.join('\n')));
     }
 
     void moduleLoadingSaysWhatWentWrong()

@@ -136,6 +136,25 @@ private slots:
         QCOMPARE(names(p.plain->getTenderInventory()->getGfSjQdTable()), QStringList{"养老保险费"});
     }
 
+    void readOnlyProjectOffersNoExports()
+    {
+        TestProject p;
+        GfQdWidget page;
+        QSignalSpy sent(Communication::GetInstance(), &Communication::signalMsg);
+        load(page, p.plainUnit);
+        for (const MsgExplain::ToChangeMenuItemInfo& update : ribbonUpdates(sent))
+            QVERIFY(!update.strText.startsWith("导出"));
+        p.project->SetReadOnly(true);
+        sent.clear();
+        load(page, p.plainUnit);
+        QStringList disabled;
+        for (const MsgExplain::ToChangeMenuItemInfo& update : ribbonUpdates(sent))
+            if (update.nState == 3)
+                disabled << update.strText;
+        QCOMPARE(disabled, QStringList({"导出招投标CJZ", "导出竣工CJZ", "导出备案CJZX"}));
+        p.project->SetReadOnly(false);
+    }
+
     void applyingIsOneUndoStepAndAmountsFollow()
     {
         TestProject p;

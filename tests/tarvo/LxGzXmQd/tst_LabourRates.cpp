@@ -345,6 +345,48 @@ private slots:
             !LxrgStore::Exec("UPDATE lxrg SET gz = '%1' WHERE fid = '%2'", {"a'b", "1"}, "test"));
     }
 
+    void addingARowTakesAChosenTradeNotInTheGrid()
+    {
+        TLxrgwh dialog("加行地区", "2030年2月");
+        dialog.slotAddRow(); // no row yet: a bare row for the pair
+        dialog.setCurrentRow(0);
+        dialog.slotAddGzwhData("普工");
+        QCOMPARE(dialog.rows().size(), 1);
+        auto pick = [](const QString& trade) {
+            InteractionSeam::setModalHook([trade](QDialog* d) {
+                auto* trades = qobject_cast<TLxrgwh_Gzwh*>(d);
+                for (int r = 0; trades && r < trades->trades().size(); ++r)
+                    if (trades->trades().at(r).GetDat() == trade) {
+                        trades->setCurrentRow(r);
+                        trades->slotPick();
+                    }
+            });
+        };
+        // The selected row's trade is not copied: the trade comes from the list, once.
+        dialog.setCurrentRow(0);
+        pick("普工");
+        dialog.slotAddRow();
+        QCOMPARE(InteractionSeam::lastShown().text, QString("不能重复添加"));
+        QCOMPARE(dialog.rows().size(), 1);
+        pick("木工");
+        dialog.slotAddRow();
+        InteractionSeam::setModalHook(nullptr);
+        QCOMPARE(dialog.rows().size(), 2);
+        QCOMPARE(scalar(LxrgStore::Path(), "select count(*) as n from lxrg where dq='加行地区' "
+                                           "and gz='木工'"),
+                 1);
+
+        // The remark cell offers the remarks the store holds.
+        auto* grid = dialog.findChild<QTableView*>();
+        const QModelIndex remark = grid->model()->index(0, 2);
+        std::unique_ptr<QWidget> editor(grid->itemDelegateForColumn(2)->createEditor(
+            grid->viewport(), QStyleOptionViewItem(), remark));
+        auto* combo = qobject_cast<QComboBox*>(editor.get());
+        QVERIFY(combo && combo->isEditable());
+        QVERIFY(combo->findText("川建价发〔2021〕号") >= 0);
+        DBM::clsDAC(LxrgStore::Path()).execSql("delete from lxrg where dq = '加行地区'");
+    }
+
     void tradesInUseAreProtected()
     {
         TLxrgwh_Gzwh trades;

@@ -8,8 +8,11 @@
 #include "common/BillModel.h"
 #include "common/RowsCountInputDialog.h"
 
+#include "Communication.h"
+#include "HostScreen.h"
 #include "InteractionSeam.h"
 #include "SkinManager.h"
+#include "VXProgressBar.h"
 #include "ZbrClGzfQdBusiness.h"
 #include "zTableView.h"
 
@@ -96,6 +99,37 @@ private slots:
         InteractionSeam::setScripted(true);
         InteractionSeam::clear();
         undo()->ForgetHistory();
+    }
+
+    void numbersTakeTheUnitProjectsDecimals()
+    {
+        TestProject p;
+        ZbrClGzfQdTable* t = list(p);
+        material(t, 1, "钢筋", 4200.5, 10.126);
+        t->at(0)->setValue(2, "010101");
+        t->at(0)->setValue(12, "四川");
+        Page page(p);
+        BillModel* model = page.grid()->model();
+        auto shown = [&](int field) { return model->index(0, model->columnOfField(field)).data(); };
+        QCOMPARE(shown(7).toString(), QString("4200.50"));
+        QCOMPARE(shown(9).toString(), QString("10.13"));
+        QCOMPARE(shown(10).toString(), QString("42534.26"));
+        // Codes and text read from the left, numbers from the right.
+        auto align = [&](int field) {
+            return model->index(0, model->columnOfField(field)).data(Qt::TextAlignmentRole).toInt();
+        };
+        QCOMPARE(align(2), int(Qt::AlignLeft | Qt::AlignVCenter));
+        QCOMPARE(align(12), int(Qt::AlignLeft | Qt::AlignVCenter));
+        QCOMPARE(align(7), int(Qt::AlignRight | Qt::AlignVCenter));
+        // The unit project's number formats decide.
+        p.current->getJfszTable()->setDecimals(3, 1);
+        p.current->getJfszTable()->setQuantityDecimals(3);
+        QCOMPARE(shown(7).toString(), QString("4200.500"));
+        QCOMPARE(shown(9).toString(), QString("10.126"));
+        QCOMPARE(shown(10).toString(), QString("42534.3"));
+        // Editing shows the stored number, not the rounded one.
+        QCOMPARE(model->index(0, model->columnOfField(9)).data(Qt::EditRole).toString(),
+                 QString("10.126"));
     }
 
     void sortsPutBlanksLastAndKeepOtherRowsAfter()
@@ -345,7 +379,31 @@ private slots:
         InteractionSeam::setModalHook(
             [](QDialog* d) { static_cast<SummarySelectionDialog*>(d)->choose(1); });
         InteractionSeam::pushAnswer(int(QDialog::Accepted));
+        // The bar stands over the main window at its fixed height while the report is shown.
+        QWidget mainWindow;
+        Communication::GetInstance()->SetMainWindow(&mainWindow);
+        HostScreen::SetResolutionRatio(1.5);
+        QWidget* barOwner = nullptr;
+        int barHeight = 0;
+        QSize dialogSize;
+        InteractionSeam::setModalHook([&](QDialog* d) {
+            dialogSize = d->size(); // fixed 280 by 220, scaled
+            static_cast<SummarySelectionDialog*>(d)->choose(1);
+        });
+        InteractionSeam::setShownHook([&](const InteractionSeam::Shown& shown) {
+            if (shown.kind == "information" && VXProgressBar::Current()) {
+                barOwner = VXProgressBar::Current()->ownerWindow();
+                barHeight = VXProgressBar::Current()->fixedHeight();
+            }
+        });
         page.grid()->slotAcSxZgCl();
+        InteractionSeam::setShownHook(nullptr);
+        HostScreen::SetResolutionRatio(0);
+        Communication::GetInstance()->SetMainWindow(nullptr);
+        QCOMPARE(barOwner, &mainWindow);
+        QCOMPARE(barHeight, 186);
+        QCOMPARE(dialogSize, QSize(420, 330));
+        QVERIFY(!VXProgressBar::Current());
         QCOMPARE(InteractionSeam::lastShown().text,
                  QString("有3条材料在单位工程中的价格不统一(该类材料由定义块选中！)\n"
                          "有2条材料在单位工程中没有对应数据(该类材料固定列加有问号标记，双击?"

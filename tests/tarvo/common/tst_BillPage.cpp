@@ -20,6 +20,7 @@
 #include "zTableView.h"
 
 #include <QAbstractItemModelTester>
+#include <QLabel>
 #include <QLineEdit>
 #include <QUndoStack>
 #include <QtTest>
@@ -213,6 +214,100 @@ private slots:
         QCOMPARE(p.current->getTenderInventory()->getQtXmQdHzTable()->at(1)->getDouble(3), 50000.0);
         QCOMPARE(view->currentIndex().row(), 2); // the user keeps their place
         QCOMPARE(undo()->undoStack()->count(), 1);
+    }
+
+    void spreadsheetBlockPastesAsOneUndoStep()
+    {
+        TestProject p;
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        for (int r = 0; r < 4; ++r)
+            TestProject::row(t, 0, {{1, QString::number(r + 1)}, {2, "旧"}, {3, 1.0}});
+        TestProject::row(t, 4, {{2, "合计"}, {3, 4.0}});
+        QtXmQdWidget page;
+        page.resize(900, 500);
+        page.show();
+        load(page, p.unit);
+        zTableView* view = page.sjWidget()->view();
+        BillModel* model = page.sjWidget()->model();
+        // Three rows of four cells as a spreadsheet copies them (CRLF, last line break),
+        // from the 名称 cell of the second row on: 名称, the next two columns, 金额's neighbour.
+        const int first = model->columnOfField(2);
+        view->setCurrentIndex(model->index(1, first));
+        const QString block = "甲\t项\t100\t备一\r\n乙\t个\t200\t备二\r\n丙\tm\t300\t备三\r\n";
+        view->pasteText(block);
+        QCOMPARE(undo()->undoStack()->count(), 1);
+        QCOMPARE(undo()->undoStack()->undoText(), QString("修改其他项目清单行"));
+        const QStringList names = {"甲", "乙", "丙"};
+        for (int r = 0; r < 3; ++r) {
+            QCOMPARE(t->at(r + 1)->getValueStr(2), names.at(r));
+            QCOMPARE(t->at(r + 1)->getDouble(3), 100.0 * (r + 1));
+            QCOMPARE(model->index(r + 1, first + 3).data().toString(),
+                     "备" + QString("一二三").mid(r, 1));
+        }
+        QCOMPARE(t->at(0)->getValueStr(2), QString("旧"));     // above the block: untouched
+        QCOMPARE(t->at(4)->getDouble(3), 601.0);               // the total follows, once
+        if (qEnvironmentVariableIsSet("TARVO_SCREENSHOT_DIR")) // for looking at
+            page.grab().save(qEnvironmentVariable("TARVO_SCREENSHOT_DIR") + "/pasted-block.png");
+        QVERIFY(undo()->Undo());
+        for (int r = 0; r < 4; ++r)
+            QCOMPARE(t->at(r)->getValueStr(2), QString("旧"));
+        QCOMPARE(t->at(4)->getDouble(3), 4.0);
+
+        // A block running past the last row or into the total row leaves those out.
+        undo()->ForgetHistory();
+        view->setCurrentIndex(model->index(3, model->columnOfField(3)));
+        view->pasteText("7\n8\n9");
+        QCOMPARE(t->at(3)->getDouble(3), 7.0);
+        QCOMPARE(t->at(4)->getDouble(3), 10.0);
+        // A value that is refused pastes nothing.
+        view->setCurrentIndex(model->index(0, model->columnOfField(3)));
+        view->pasteText("5\n五万元");
+        QCOMPARE(InteractionSeam::lastShown().text, QString("请正确输入实数或计算表达式!"));
+        QCOMPARE(t->at(0)->getDouble(3), 1.0);
+        QCOMPARE(undo()->undoStack()->count(), 1);
+
+        // One value goes into every selected cell.
+        view->selectionModel()->select(
+            QItemSelection(model->index(0, first), model->index(2, first)),
+            QItemSelectionModel::ClearAndSelect);
+        view->pasteText("同名\n");
+        for (int r = 0; r < 3; ++r)
+            QCOMPARE(t->at(r)->getValueStr(2), QString("同名"));
+        QCOMPARE(undo()->undoStack()->count(), 2);
+
+        // Ctrl+C gives the selection back as tab-separated lines; Ctrl+V reads them again.
+        view->selectionModel()->select(
+            QItemSelection(model->index(0, first), model->index(1, model->columnOfField(3))),
+            QItemSelectionModel::ClearAndSelect);
+        const QString copied = view->selectionText();
+        QCOMPARE(copied.count('\n'), 1);
+        QCOMPARE(copied.section('\n', 0, 0).section('\t', 0, 0), QString("同名"));
+        QCOMPARE(zTableView::parseCellBlock(copied).size(), 2);
+        QCOMPARE(zTableView::parseCellBlock("\"a\tb\"\"c\"\td\n").value(0),
+                 QStringList({"a\tb\"c", "d"}));
+    }
+
+    void submittedHolderKeepsItsPlace()
+    {
+        TestProject p;
+        QtXmQdWidget page;
+        page.resize(1000, 500);
+        page.show();
+        load(page, p.plainUnit);
+        QVERIFY(page.ssHolder()->isVisible());
+        QCOMPARE(page.ssHolder()->width(), 200);
+        load(page, p.unit);
+        QVERIFY(page.ssWidget()->isVisible());
+        QVERIFY(page.ssHolder()->width() > 400); // side by side, half each
+        auto* title = page.sjWidget()->findChild<QLabel*>("sjTitle");
+        QVERIFY(title && title->isVisible() && title->text().contains("与送审版本不同"));
+        for (int c = 0; c < page.sjWidget()->model()->columnCount(); ++c)
+            QCOMPARE(page.sjWidget()->view()->columnWidth(c),
+                     page.ssWidget()->view()->columnWidth(c));
+        load(page, p.plainUnit);
+        QVERIFY(page.ssHolder()->isVisible());
+        QVERIFY(!page.ssWidget()->isVisible()); // another node's submitted rows are not shown
+        QVERIFY(!title->isVisible());
     }
 
     void invalidAmountIsRefusedWithoutARecord()

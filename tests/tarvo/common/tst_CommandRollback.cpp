@@ -427,7 +427,7 @@ private slots:
         QCOMPARE(changed.first().at(1).toModelIndex().row(), t->count() - 1);
         QVERIFY(undo()->Undo());
         QCOMPARE(changed.count(), 2);
-        QCOMPARE(model->data(quantity).toString(), QString("2"));
+        QCOMPARE(model->data(quantity).toString(), QString("2.00"));
         grid.view()->setCurrentIndex(model->index(1, 0));
         grid.InsertRow(false);
         QCOMPARE(reset.count(), 1);

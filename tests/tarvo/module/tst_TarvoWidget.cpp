@@ -182,6 +182,40 @@ private slots:
                  widget.tabs()->GetCurrentContentWidget());
     }
 
+    void pageArrangementIsRecordedAndRestored()
+    {
+        TestProject p;
+        {
+            TarvoWidget widget(services(), pages(pageOrder()));
+            widget.show();
+            QVariant node = QVariant::fromValue(p.unit);
+            widget.ProcMsg(74, &node);
+            // The user drags the fees tab to the front and hides the daywork page.
+            widget.tabs()->tabBar()->moveTab(3, 0);
+            widget.tabs()->SetTabVisibleBySysName("零星工作项目人工单价清单", false, true);
+            QCOMPARE(widget.tabs()->visiblePageNames().first(), QString("规费税金清单"));
+            QVERIFY(p.project->isProjectWorkChanged());
+        }
+        p.project->setProjectWorkChanged(false);
+        // The project shown again (another container, as after reopening) looks as it was left.
+        TarvoWidget again(services(), pages(pageOrder()));
+        again.show();
+        QVariant node = QVariant::fromValue(p.unit);
+        again.ProcMsg(74, &node);
+        const QStringList shown = again.tabs()->visiblePageNames();
+        QCOMPARE(shown.size(), 5);
+        QCOMPARE(shown.first(), QString("规费税金清单"));
+        QVERIFY(!shown.contains("零星工作项目人工单价清单"));
+        QCOMPARE(again.tabs()->pageOrder().at(3), QString("零星工作项目人工单价清单"));
+        QVERIFY(!p.project->isProjectWorkChanged()); // putting it back is no change
+        // A value of the wrong kind is ignored, not taken for an arrangement.
+        p.project->GetPriceModelConfig()->setItem(27, 42);
+        p.project->GetPriceModelConfig()->setItem(26, QVariant());
+        TarvoWidget third(services(), pages(pageOrder()));
+        third.ProcMsg(74, &node);
+        QCOMPARE(third.tabs()->visiblePageNames(), pageOrder());
+    }
+
     void changeActivePageShowsAndSelectsIt()
     {
         TarvoWidget widget(services(), pages(pageOrder()));
