@@ -3,6 +3,7 @@
 #include "HostScreen.h"
 #include "TarvoGuard.h"
 
+#include "LxrgButtons.h"
 #include "LxrgStore.h"
 #include "TLxrgwh_Dqfy.h"
 #include "TLxrgwh_Gzwh.h"
@@ -83,25 +84,13 @@ TLxrgwh::TLxrgwh(const QString& dq, const QString& sj, QWidget* parent)
     m_grid->setItemDelegateForColumn(2,
                                      new RemarkDelegate([this] { return comboxBzData(); }, this));
     layout->addWidget(m_grid, 1);
-    auto* buttons = new QHBoxLayout;
-    const struct
-    {
-        QString text;
-        void (TLxrgwh::*slot)();
-    } actions[] = {{QStringLiteral("地区复用"), &TLxrgwh::slotDqfy},
-                   {QStringLiteral("新增"), &TLxrgwh::slotAddRow},
-                   {QStringLiteral("删除"), &TLxrgwh::slotDeleteRow},
-                   {QStringLiteral("工种维护"), &TLxrgwh::slotGzwh}};
-    for (const auto& action : actions) {
-        auto* button = new QPushButton(action.text, this);
-        connect(button, &QPushButton::clicked, this, action.slot);
-        buttons->addWidget(button);
-    }
-    buttons->addStretch();
-    auto* close = new QPushButton(QStringLiteral("关闭"), this);
-    connect(close, &QPushButton::clicked, this, &TLxrgwh::closeLxrgwh);
-    connect(this, &TLxrgwh::closeLxrgwh, this, &QDialog::reject);
-    buttons->addWidget(close);
+    QHBoxLayout* buttons =
+        LxrgButtons::row(this, {{QStringLiteral("地区复用"), &TLxrgwh::slotDqfy},
+                                {QStringLiteral("新增"), &TLxrgwh::slotAddRow},
+                                {QStringLiteral("删除"), &TLxrgwh::slotDeleteRow},
+                                {QStringLiteral("工种维护"), &TLxrgwh::slotGzwh}});
+    buttons->addLayout(
+        LxrgButtons::row(this, {{QStringLiteral("关闭"), &TLxrgwh::closeLxrgwh}}, true), 1);
     layout->addLayout(buttons);
     resize(HostScreen::Scaled(QSize(620, 460)));
 

@@ -3,6 +3,7 @@
 #include "HostScreen.h"
 #include "TarvoGuard.h"
 
+#include "LxrgButtons.h"
 #include "LxrgStore.h"
 
 #include "SkinManager.h"
@@ -38,16 +39,10 @@ TLxrgwh_Dqfy::TLxrgwh_Dqfy(const QString& sj, QWidget* parent)
         item->setCheckState(Qt::Unchecked);
     }
     layout->addWidget(m_list, 1);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    auto* ok = new QPushButton(QStringLiteral("确定"), this);
-    auto* cancel = new QPushButton(QStringLiteral("取消"), this);
-    connect(ok, &QPushButton::clicked, this, &TLxrgwh_Dqfy::onBtnOkClicked);
-    connect(cancel, &QPushButton::clicked, this, &TLxrgwh_Dqfy::closeLxrgwh);
-    connect(this, &TLxrgwh_Dqfy::closeLxrgwh, this, &QDialog::reject);
-    buttons->addWidget(ok);
-    buttons->addWidget(cancel);
-    layout->addLayout(buttons);
+    layout->addLayout(LxrgButtons::row(this,
+                                       {{QStringLiteral("确定"), &TLxrgwh_Dqfy::onBtnOkClicked},
+                                        {QStringLiteral("取消"), &TLxrgwh_Dqfy::closeLxrgwh}},
+                                       true));
     resize(HostScreen::Scaled(QSize(320, 360)));
 }
 

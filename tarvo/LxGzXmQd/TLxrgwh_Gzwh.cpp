@@ -3,6 +3,7 @@
 #include "HostScreen.h"
 #include "TarvoGuard.h"
 
+#include "LxrgButtons.h"
 #include "LxrgStore.h"
 #include "TLxrgwh_Gzwh_Add.h"
 #include "TLxrgwh_Gzwh_Xg.h"
@@ -42,24 +43,13 @@ TLxrgwh_Gzwh::TLxrgwh_Gzwh(QWidget* parent) : QDialog(parent), m_table(new QTabl
     order->addStretch();
     middle->addLayout(order);
     layout->addLayout(middle, 1);
-    auto* buttons = new QHBoxLayout;
-    const struct
-    {
-        QString text;
-        void (TLxrgwh_Gzwh::*slot)();
-    } actions[] = {{QStringLiteral("查询"), &TLxrgwh_Gzwh::load},
-                   {QStringLiteral("添加"), &TLxrgwh_Gzwh::slotShowTjgc},
-                   {QStringLiteral("修改"), &TLxrgwh_Gzwh::slotShowXg},
-                   {QStringLiteral("删除"), &TLxrgwh_Gzwh::slotDelete},
-                   {QStringLiteral("选用"), &TLxrgwh_Gzwh::slotPick},
-                   {QStringLiteral("取消"), &TLxrgwh_Gzwh::closeLxrgwh}};
-    for (const auto& action : actions) {
-        auto* button = new QPushButton(action.text, this);
-        connect(button, &QPushButton::clicked, this, action.slot);
-        buttons->addWidget(button);
-    }
-    connect(this, &TLxrgwh_Gzwh::closeLxrgwh, this, &QDialog::reject);
-    layout->addLayout(buttons);
+    layout->addLayout(
+        LxrgButtons::row(this, {{QStringLiteral("查询"), &TLxrgwh_Gzwh::load},
+                                {QStringLiteral("添加"), &TLxrgwh_Gzwh::slotShowTjgc},
+                                {QStringLiteral("修改"), &TLxrgwh_Gzwh::slotShowXg},
+                                {QStringLiteral("删除"), &TLxrgwh_Gzwh::slotDelete},
+                                {QStringLiteral("选用"), &TLxrgwh_Gzwh::slotPick},
+                                {QStringLiteral("取消"), &TLxrgwh_Gzwh::closeLxrgwh}}));
     resize(HostScreen::Scaled(QSize(420, 460)));
     load();
 }
@@ -135,17 +125,24 @@ void TLxrgwh_Gzwh::addTrade(const QString& name)
     showTrades();
 }
 
+bool TLxrgwh_Gzwh::unusedCurrentTrade(const QString& refusal)
+{
+    const int row = currentRow();
+    if (row < 0)
+        return false;
+    if (m_trades.at(row).GetSfsy() != QStringLiteral("未使用")) {
+        showInformation(this, QStringLiteral("提示"), refusal);
+        return false;
+    }
+    return true;
+}
+
 void TLxrgwh_Gzwh::slotShowXg()
 {
     TARVO_GUARD("LxGzXmQd\\TLxrgwh_Gzwh", "TLxrgwh_Gzwh::slotShowXg")
     {
-        const int row = currentRow();
-        if (row < 0)
+        if (!unusedCurrentTrade(QStringLiteral("不能修改已使用的工种")))
             return;
-        if (m_trades.at(row).GetSfsy() != QStringLiteral("未使用")) {
-            showInformation(this, QStringLiteral("提示"), QStringLiteral("不能修改已使用的工种"));
-            return;
-        }
         TLxrgwh_Gzwh_Xg dialog(names(), this);
         connect(&dialog, &TLxrgwh_Gzwh_Xg::setXgDataGz, this, &TLxrgwh_Gzwh::getDataGz);
         zTitleModal::ShowModal(&dialog);
@@ -173,14 +170,9 @@ void TLxrgwh_Gzwh::slotDelete()
 {
     TARVO_GUARD("LxGzXmQd\\TLxrgwh_Gzwh", "TLxrgwh_Gzwh::slotDelete")
     {
-        const int row = currentRow();
-        if (row < 0)
+        if (!unusedCurrentTrade(QStringLiteral("不能删除已使用的工种")))
             return;
-        if (m_trades.at(row).GetSfsy() != QStringLiteral("未使用")) {
-            showInformation(this, QStringLiteral("提示"), QStringLiteral("不能删除已使用的工种"));
-            return;
-        }
-        m_trades.removeAt(row);
+        m_trades.removeAt(currentRow());
         save();
         showTrades();
     };

@@ -39,6 +39,8 @@ private:
     void showTrades();
     void save();
     int currentRow() const;
+    // The focused trade when no list row uses it; otherwise tells the user why not.
+    bool unusedCurrentTrade(const QString& refusal);
     QStringList names() const;
 
     QTableWidget* m_table;

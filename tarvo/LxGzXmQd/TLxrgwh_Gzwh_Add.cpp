@@ -2,6 +2,8 @@
 
 #include "TarvoGuard.h"
 
+#include "LxrgButtons.h"
+
 #include "zMessageBox.h"
 
 #include <QHBoxLayout>
@@ -21,16 +23,10 @@ TLxrgwh_Gzwh_Add::TLxrgwh_Gzwh_Add(const QStringList& existing, QWidget* parent)
     row->addWidget(new QLabel(QStringLiteral("工种:"), this));
     row->addWidget(m_edit, 1);
     layout->addLayout(row);
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    auto* ok = new QPushButton(QStringLiteral("确定"), this);
-    auto* cancel = new QPushButton(QStringLiteral("取消"), this);
-    connect(ok, &QPushButton::clicked, this, &TLxrgwh_Gzwh_Add::onOk);
-    connect(cancel, &QPushButton::clicked, this, &TLxrgwh_Gzwh_Add::closeLxrgwh);
-    connect(this, &TLxrgwh_Gzwh_Add::closeLxrgwh, this, &QDialog::reject);
-    buttons->addWidget(ok);
-    buttons->addWidget(cancel);
-    layout->addLayout(buttons);
+    layout->addLayout(LxrgButtons::row(this,
+                                       {{QStringLiteral("确定"), &TLxrgwh_Gzwh_Add::onOk},
+                                        {QStringLiteral("取消"), &TLxrgwh_Gzwh_Add::closeLxrgwh}},
+                                       true));
 }
 
 bool TLxrgwh_Gzwh_Add::takeName()

@@ -143,20 +143,21 @@ OperatingUIInfo BillModel::undoInfo(int operType, const QString& text) const
 
 bool BillModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
-    // A locked table takes no edit, whoever asks (a paste, a delegate, the host).
-    if (role != Qt::EditRole || !index.isValid() || m_readOnlyView || !itemAt(index.row()) ||
-        isLocked() || isFixedRow(itemAt(index.row())))
-        return false;
-    if (ProjectWorks* owner = table() ? table()->getOwner() : nullptr)
-        if (!owner->isProjectWorkChanged())
-            owner->setProjectWorkChanged(true);
-    const int row = index.row();
-    const int field = fieldOfColumn(index.column());
-    const QString className = QString::fromLatin1(metaObject()->className());
     // A refused text was told to the user and counts as handled; a failure does not.
     bool handled = false;
-    TarvoGuard::run(m_sourceFolder + QLatin1Char('\\') + className, __LINE__,
-                    className + QStringLiteral("::setData"), [&] {
+    TarvoGuard::run(m_sourceFolder + QLatin1Char('\\') + QLatin1String(metaObject()->className()),
+                    __LINE__,
+                    QLatin1String(metaObject()->className()) + QStringLiteral("::setData"), [&] {
+                        // A locked table takes no edit, whoever asks (a paste, a delegate, the
+                        // host), and a total row none either.
+                        if (role != Qt::EditRole || !index.isValid() || m_readOnlyView ||
+                            !itemAt(index.row()) || isLocked() || isFixedRow(itemAt(index.row())))
+                            return;
+                        if (ProjectWorks* owner = table() ? table()->getOwner() : nullptr)
+                            if (!owner->isProjectWorkChanged())
+                                owner->setProjectWorkChanged(true);
+                        const int row = index.row();
+                        const int field = fieldOfColumn(index.column());
                         QVariant typed = value;
                         if (checkEdit(row, field, typed))
                             recorded(OperationKind::Edit, modifyLabel(),

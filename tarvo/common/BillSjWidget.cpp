@@ -49,13 +49,19 @@ void BillSjWidget::init(BillModel* model)
     // A reset drops the view's current cell: the user keeps their place (clamped to the rows
     // left), and the ribbon follows it.
     connect(m_model, &QAbstractItemModel::modelAboutToBeReset, this, [this] {
-        m_keptCell = {m_view->currentIndex().row(), m_view->currentIndex().column()};
+        TARVO_GUARD("common\\BillSjWidget", "BillSjWidget::keepCell")
+        {
+            m_keptCell = {m_view->currentIndex().row(), m_view->currentIndex().column()};
+        };
     });
     connect(m_model, &QAbstractItemModel::modelReset, this, [this] {
-        const int rows = m_model->rowCount();
-        if (m_keptCell.first >= 0 && rows > 0)
-            m_view->setCurrentIndex(
-                m_model->index(qMin(m_keptCell.first, rows - 1), qMax(0, m_keptCell.second)));
+        TARVO_GUARD("common\\BillSjWidget", "BillSjWidget::restoreCell")
+        {
+            const int rows = m_model->rowCount();
+            if (m_keptCell.first >= 0 && rows > 0)
+                m_view->setCurrentIndex(
+                    m_model->index(qMin(m_keptCell.first, rows - 1), qMax(0, m_keptCell.second)));
+        };
     });
 }
 

@@ -38,8 +38,12 @@ void MaterialSjWidget::initMaterials(MaterialListModel* model,
     view()->setFooterEnabled(true); // the total row stays in sight under the rows
     buildMenus();
     view()->setContextMenuPolicy(Qt::CustomContextMenu);
-    connect(view(), &QWidget::customContextMenuRequested, this,
-            [this](const QPoint& pos) { m_context->exec(view()->viewport()->mapToGlobal(pos)); });
+    connect(view(), &QWidget::customContextMenuRequested, this, [this](const QPoint& pos) {
+        TARVO_GUARD("common\\MaterialSjWidget", "MaterialSjWidget::contextMenu")
+        {
+            m_context->exec(view()->viewport()->mapToGlobal(pos));
+        };
+    });
     connect(view()->verticalHeader(), &QHeaderView::sectionDoubleClicked, this,
             &MaterialSjWidget::ClearQuestionMark);
 

@@ -171,14 +171,13 @@ void TarvoWidget::DistributeMsg(QWidget* page, QString serviceName, int msgId, Q
 {
     TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::DistributeMsg")
     {
-        // A node message was decoded once, here: the pages take the node as it is.
-        if (auto* bill = qobject_cast<BillPageWidget*>(page); bill && isNodeMsg(msgId)) {
-            bill->ProcNodeMsg(msgId, m_decodedNode, payload);
-            return;
-        }
         for (const PageClass& pageClass : pageClasses())
             if (pageClass.service == serviceName) {
-                pageClass.deliver(page, msgId, payload);
+                // A node message was decoded once, here: the page takes the node as it is.
+                if (auto* bill = qobject_cast<BillPageWidget*>(page); bill && isNodeMsg(msgId))
+                    bill->ProcNodeMsg(msgId, m_decodedNode, payload);
+                else
+                    pageClass.deliver(page, msgId, payload);
                 return;
             }
     };

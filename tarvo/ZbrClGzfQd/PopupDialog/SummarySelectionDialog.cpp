@@ -1,5 +1,7 @@
 #include "SummarySelectionDialog.h"
 
+#include "TarvoGuard.h"
+
 #include "HostScreen.h"
 
 #include <QLabel>
@@ -41,6 +43,9 @@ void SummarySelectionDialog::setTexts(const QString& label, const QString& first
 
 void SummarySelectionDialog::choose(int choice)
 {
-    m_choice = choice;
-    accept();
+    TARVO_GUARD("ZbrClGzfQd\\PopupDialog\\SummarySelectionDialog", "SummarySelectionDialog::choose")
+    {
+        m_choice = choice;
+        accept();
+    };
 }

@@ -294,8 +294,10 @@ private slots:
         // Daywork rows feed the other items' daywork line, so extracting changes something.
         LxGzXmRgDjQdTable* daywork = inventory->getLxGzXmRgDjQdTable();
         TestProject::row(daywork, 1, {{1, "一"}, {2, "人工"}});
-        TestProject::row(daywork, 0, {{1, "1"}, {2, "普工"}, {3, "工日"}, {4, 120.0}, {6, 10.0}});
-        TestProject::row(daywork, 0, {{1, "2"}, {2, "技工"}, {3, "工日"}, {4, 180.0}, {6, 5.0}});
+        TestProject::row(daywork, 0,
+                         {{1, "1"}, {2, "普工"}, {3, "工日"}, {4, 120.0}, {6, 10.0}, {7, 1200.0}});
+        TestProject::row(daywork, 0,
+                         {{1, "2"}, {2, "技工"}, {3, "工日"}, {4, 180.0}, {6, 5.0}, {7, 900.0}});
         QtXmQdHzTable* others = inventory->getQtXmQdHzTable();
         TestProject::row(others, 0, {{1, "1"}, {2, "暂列金额"}, {3, 50000.0}});
         TestProject::row(others, 0, {{1, "2"}, {2, "计日工"}, {3, 0.0}});
