@@ -7,6 +7,7 @@
 
 #include "Communication.h"
 #include "DataManagement.h"
+#include "HostIds.h"
 #include "MenuBarManager.h"
 #include "MsgExplain.h"
 #include "ProjectFile.h"
@@ -52,7 +53,7 @@ MainWindow::MainWindow(QWidget* parent)
     connect(m_tree, &QTreeView::clicked, this, [this](const QModelIndex& index) {
         if (ProTreeNode* node = m_treeModel->nodeAt(index)) {
             m_currentNode = node;
-            m_host->send(74, QVariant::fromValue(node));
+            m_host->send(MsgId::NodeClicked, QVariant::fromValue(node));
         }
     });
 
@@ -87,17 +88,18 @@ MainWindow::MainWindow(QWidget* parent)
         if (TenderExportAction::Handles(text))
             TenderExportAction::Run(this, project(), text);
         else
-            m_host->send(6, text);
+            m_host->send(MsgId::RibbonCommand, text);
     });
     connect(m_ribbon, &RibbonWidget::comboChanged, this,
             [this](const QString& item, const QString& text) {
-                m_host->send(5, QVariant::fromValue(MsgExplain::MenuComboInfo{item, text}));
+                m_host->send(MsgId::RibbonCombo,
+                             QVariant::fromValue(MsgExplain::MenuComboInfo{item, text}));
             });
     connect(m_host, &ModuleHost::ribbonRequested, this, &MainWindow::onRibbonRequested);
     // A page shown for the first time learns the selected node like any other.
     connect(m_host, &ModuleHost::pageChanged, this, [this] {
         if (m_currentNode)
-            m_host->send(79, QVariant::fromValue(m_currentNode));
+            m_host->send(MsgId::NodeSelected, QVariant::fromValue(m_currentNode));
     });
     connect(RURecordControl::GetInstance(), &RURecordControl::signalRecordPushed, this,
             [this] { updateTitle(); });
@@ -186,9 +188,9 @@ void MainWindow::afterReplay()
 {
     if (ProjectWorks* p = project())
         p->setProjectWorkChanged(!RURecordControl::GetInstance()->undoStack()->isClean());
-    // Pages redraw from their tables first, then learn which record was replayed.
-    m_host->broadcastRefresh();
-    m_host->send(606, QVariant::fromValue(m_replayed));
+    // The pages redrew from their tables while the record was replayed; they learn which
+    // record it was.
+    m_host->send(MsgId::RecordReplayed, QVariant::fromValue(m_replayed));
     updateTitle();
 }
 
@@ -225,7 +227,7 @@ void MainWindow::closeProject()
 {
     if (m_projectIndex < 0)
         return;
-    m_host->send(71, m_projectIndex);
+    m_host->send(MsgId::ProjectClosing, m_projectIndex);
     // Pages hold the project's rows: the container goes before the project does.
     m_host->destroyContainer();
     m_treeModel->setProject(nullptr);
@@ -286,7 +288,7 @@ void MainWindow::showProject(ProjectWorks* p)
             placeholder->hide();
         layout->addWidget(container);
         container->show();
-        m_host->send(12);
+        m_host->send(MsgId::Activated);
     }
     // Start on the first unit project.
     const QList<ProTreeNode*> units = p->unitProjectNodes();
@@ -300,7 +302,7 @@ void MainWindow::selectNode(ProTreeNode* node)
     const QModelIndex index = m_treeModel->indexOf(node);
     m_tree->setCurrentIndex(index);
     m_currentNode = node;
-    m_host->send(74, QVariant::fromValue(node));
+    m_host->send(MsgId::NodeClicked, QVariant::fromValue(node));
 }
 
 bool MainWindow::save()
@@ -330,7 +332,7 @@ bool MainWindow::saveAs(const QString& path)
     }
     markSavedState(true);
     addRecent(QFileInfo(path).absoluteFilePath());
-    m_host->send(31, path);
+    m_host->send(MsgId::ProjectSaved, path);
     statusBar()->showMessage(QStringLiteral("已保存：%1").arg(path), 4000);
     updateTitle();
     return true;
@@ -412,7 +414,8 @@ QStringList MainWindow::takeScreenshots(const QString& dir, ProTreeNode* node)
                                QStringLiteral("需评审的材料清单"),
                                QStringLiteral("暂估材料(工程设备)清单")};
     for (int i = 0; i < pages.size(); ++i) {
-        m_host->send(49, QVariant::fromValue(MsgExplain::ToChangeActivePageInfo{pages.at(i)}));
+        m_host->send(MsgId::ActivatePage,
+                     QVariant::fromValue(MsgExplain::ToChangeActivePageInfo{pages.at(i)}));
         for (int n = 0; n < 5; ++n)
             QApplication::processEvents();
         const QString file =

@@ -3,6 +3,7 @@
 #include "BundleActivatorFactory.h"
 #include "BundleLoader.h"
 #include "Communication.h"
+#include "HostIds.h"
 #include "MenuBarManager.h"
 #include "MsgExplain.h"
 #include "ObjectHelper.h"
@@ -100,7 +101,7 @@ void ModuleHost::destroyContainer()
 
 void ModuleHost::send(int msgId, const QVariant& payload)
 {
-    if (!m_service || (msgId != 41 && !m_msgIds.contains(msgId)))
+    if (!m_service || (msgId != MsgId::RefreshPages && !m_msgIds.contains(msgId)))
         return;
     if (m_container)
         Communication::GetInstance()->SaveActiveFirstLevelWidget(m_container);
@@ -109,23 +110,17 @@ void ModuleHost::send(int msgId, const QVariant& payload)
     emit sent(msgId, payload);
 }
 
-void ModuleHost::broadcastRefresh()
-{
-    if (m_container)
-        send(41, QVariant::fromValue<QObject*>(m_container.data()));
-}
-
 void ModuleHost::onModuleMessage(int target, int msgId, const QVariant& payload)
 {
     Q_UNUSED(target)
     switch (msgId) {
-    case 15:
+    case HostMsg::ShowRibbon:
         emit ribbonRequested(payload.toString());
         break;
-    case 30:
+    case HostMsg::TabChanged:
         emit pageChanged();
         break;
-    case 47: {
+    case HostMsg::RibbonItemState: {
         const auto info = payload.value<MsgExplain::ToChangeMenuItemInfo>();
         if (info.nType == 3)
             MenuBarManager::getInstance()->SetComboText(info.strText, info.value.toString());
@@ -135,12 +130,12 @@ void ModuleHost::onModuleMessage(int target, int msgId, const QVariant& payload)
             MenuBarManager::getInstance()->SetItemState(info.strText, info.nState);
         break;
     }
-    case 7000:
-    case 7002:
-    case 7003:
-    case 7004:
-    case 7005:
-    case 7006:
+    case MsgId::TemplateNames:
+    case MsgId::SwitchHeaderTemplate:
+    case MsgId::SaveHeaderTemplate:
+    case MsgId::RenameColumn:
+    case MsgId::HeaderSettings:
+    case MsgId::ListHeaderTemplates:
         // Header-template commands come back to the module as they went out.
         send(msgId, payload);
         break;

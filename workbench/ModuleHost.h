@@ -33,8 +33,6 @@ public:
 
     // Sends a host message to the module when it asked for it (41 always goes).
     void send(int msgId, const QVariant& payload = QVariant());
-    // Refreshes every created page of the container.
-    void broadcastRefresh();
 
 signals:
     // A host message went to the module (after the module handled it).

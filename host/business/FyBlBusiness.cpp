@@ -2,9 +2,9 @@
 
 #include "ConstructionWorks.h"
 #include "DataManagement.h"
-#include "SharedInterface.h"
 #include "UnitProjectCalc.h"
 
+#include <QDir>
 #include <QFile>
 
 FyBlBusiness* FyBlBusiness::GetInstance()
@@ -449,9 +449,9 @@ bool FyBlBusiness::ChangeFyBl(int projectIndex, int auditVersion, int nodeId, in
     return true;
 }
 
-QStringList FyBlBusiness::FeeVariableNames()
+QStringList FyBlBusiness::FeeVariableNames(const QString& appPath)
 {
-    QFile file(SharedInterface::GetAppPath() + QStringLiteral("Config/FeeVariableNames.txt"));
+    QFile file(QDir(appPath).filePath(QStringLiteral("Config/FeeVariableNames.txt")));
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         return {};
     QStringList names;

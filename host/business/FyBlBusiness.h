@@ -61,5 +61,5 @@ public:
     bool ChangeFyBl(int projectIndex, int auditVersion, int nodeId, int id, double value);
     // The host's list of fee-variable names, in the order the formula dialog's menus address
     // them (Config/FeeVariableNames.txt below the application path).
-    static QStringList FeeVariableNames();
+    static QStringList FeeVariableNames(const QString& appPath);
 };

@@ -64,7 +64,11 @@ bool LxGzXmQdJJjbBusiness::GridRowCanMove(LxGzXmRgDjQdTable* table, int from, in
 
 bool LxGzXmQdJJjbBusiness::GridRowMove(LxGzXmRgDjQdTable* table, int from, int to)
 {
-    return GridRowCanMove(table, from, to) && table->BaseDataItemMove(from, to);
+    if (!GridRowCanMove(table, from, to) || !table->BaseDataItemMove(from, to))
+        return false;
+    // A summary row sums the labour rows below it: a move can change its amount.
+    UnitProjectCalc::RecalculateOwner(table);
+    return true;
 }
 
 bool LxGzXmQdJJjbBusiness::CalculateFormula(ConstructionWorks* works, const QString& text,

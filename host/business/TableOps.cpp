@@ -162,3 +162,29 @@ bool numericValue(const QVariant& value, QVariant& stored)
 }
 
 } // namespace TableOps
+
+namespace TableOps {
+
+bool mayDelete(const GeneralTableBase* table, const BaseDataItem* item,
+               const std::function<bool(const BaseDataItem*)>& fixed,
+               const std::function<bool(BaseDataItem*)>& empty)
+{
+    if (!table || !item || fixed(item))
+        return false;
+    int inputRows = 0;
+    for (const BaseDataItem* row : table->items())
+        inputRows += fixed(row) ? 0 : 1;
+    return inputRows > 1 || !empty(const_cast<BaseDataItem*>(item));
+}
+
+void clearKeepingCount(GeneralTableBase* table, int emptyKind)
+{
+    if (!table)
+        return;
+    const int n = table->count();
+    table->Clear();
+    for (int i = 0; i < n - 1; ++i)
+        insertNew(table, table->count(), emptyKind);
+}
+
+} // namespace TableOps

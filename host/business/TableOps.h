@@ -2,6 +2,8 @@
 
 #include <QVariant>
 
+#include <functional>
+
 class BaseDataItem;
 class GeneralTableBase;
 
@@ -23,6 +25,14 @@ void renumber(GeneralTableBase* table, int kind);
 // Replaces the target's rows by copies of the source's rows (journalled on the target when
 // it belongs to a unit project).
 void replaceRows(GeneralTableBase* target, const GeneralTableBase* source);
+// Whether "删除当前行" may take the row: never the total or a summary row (fixed), and never
+// the list's last input row while it is empty (there would be nowhere left to type).
+bool mayDelete(const GeneralTableBase* table, const BaseDataItem* item,
+               const std::function<bool(const BaseDataItem*)>& fixed,
+               const std::function<bool(BaseDataItem*)>& empty);
+// "清除所有行": the n rows go, n - 1 empty rows of the given kind come (the caller adds the
+// fresh total row that makes n again).
+void clearKeepingCount(GeneralTableBase* table, int emptyKind);
 
 } // namespace TableOps
 

@@ -1,5 +1,6 @@
 #include "UnitProjectCalc.h"
 
+#include "BusinessFaultInjection.h"
 #include "FyBlBusiness.h"
 #include "GfQdBusiness.h"
 #include "NumberInput.h"
@@ -638,6 +639,9 @@ UnitProjectCalc::Result UnitProjectCalc::Recalculate(ConstructionWorks* works)
 UnitProjectCalc::Result UnitProjectCalc::RecalculateOwner(GeneralTableBase* table,
                                                           ConstructionWorks* works)
 {
+    // A failure injected by a test strikes after the caller changed rows, as a host failure
+    // half-way through a command would.
+    BusinessFaultInjection::check();
     if (ConstructionWorks* owner = ownerOf(table))
         return Recalculate(owner);
     Result result;

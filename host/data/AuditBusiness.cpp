@@ -1,5 +1,6 @@
 #include "AuditBusiness.h"
 #include "DataManagement.h"
+#include "HostIds.h"
 
 AuditBusiness::AuditBusiness(QObject* owner) : QObject(owner) {}
 
@@ -32,7 +33,8 @@ void AuditBusiness::ProcMsg(int msgId, QVariant* payload)
 {
     Q_UNUSED(payload)
     // Anything that may have changed rows: refresh, undo/redo, project saved.
-    if (msgId == 41 || msgId == 606 || msgId == 31)
+    if (msgId == MsgId::RefreshPages || msgId == MsgId::RecordReplayed ||
+        msgId == MsgId::ProjectSaved)
         CreateRelationByTable();
 }
 

@@ -32,6 +32,8 @@ public:
     bool isLocked() const;
 
     void resetModel();
+    // The row the grid shows as its fixed footer (the list's total row), or -1.
+    virtual int footerRow() const { return -1; }
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;

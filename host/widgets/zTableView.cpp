@@ -21,9 +21,11 @@
 #include <QKeyEvent>
 #include <QListWidget>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSaveFile>
+#include <QScrollBar>
 #include <QSet>
 #include <QVBoxLayout>
 
@@ -111,6 +113,10 @@ void zTableView::setModel(QAbstractItemModel* model)
 {
     QTableView::setModel(model);
     pushColumnsToModel();
+    if (m_footer) {
+        m_footer->setModel(model);
+        setFooterEnabled(true); // follows the new model
+    }
 }
 
 void zTableView::pushColumnsToModel()
@@ -339,6 +345,7 @@ bool zTableView::eventFilter(QObject* watched, QEvent* event)
         const int to = header->logicalIndexAt(e->pos());
         const int from = m_dragFrom;
         m_dragFrom = -1;
+        clearMoveTarget();
         if (from >= 0 && to >= 0 && to != from)
             emit signalMouseMoveRows(from, to, true);
         break;
@@ -347,6 +354,132 @@ bool zTableView::eventFilter(QObject* watched, QEvent* event)
         break;
     }
     return QTableView::eventFilter(watched, event);
+}
+
+void zTableView::setMoveTarget(int row, bool allowed)
+{
+    if (row == m_moveTarget && allowed == m_moveAllowed)
+        return;
+    m_moveTarget = row;
+    m_moveAllowed = allowed;
+    viewport()->setCursor(allowed ? Qt::DragMoveCursor : Qt::ForbiddenCursor);
+    verticalHeader()->viewport()->setCursor(allowed ? Qt::DragMoveCursor : Qt::ForbiddenCursor);
+    viewport()->update();
+}
+
+void zTableView::clearMoveTarget()
+{
+    if (m_moveTarget < 0)
+        return;
+    m_moveTarget = -1;
+    m_moveAllowed = false;
+    viewport()->unsetCursor();
+    verticalHeader()->viewport()->unsetCursor();
+    viewport()->update();
+}
+
+void zTableView::paintEvent(QPaintEvent* event)
+{
+    QTableView::paintEvent(event);
+    if (m_moveTarget < 0 || !m_moveAllowed)
+        return;
+    // The line the dragged row will sit on: above the target when it goes up, below it
+    // when it goes down.
+    const int top = rowViewportPosition(m_moveTarget);
+    const int y = m_dragFrom > m_moveTarget ? top : top + rowHeight(m_moveTarget) - 1;
+    QPainter painter(viewport());
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    painter.drawLine(0, y, viewport()->width(), y);
+}
+
+void zTableView::setFooterEnabled(bool enabled)
+{
+    if (!enabled) {
+        delete m_footer;
+        m_footer = nullptr;
+        if (m_footerRow >= 0)
+            setRowHidden(m_footerRow, false);
+        m_footerRow = -1;
+        updateGeometries();
+        return;
+    }
+    if (!m_footer) {
+        m_footer = new QTableView(this);
+        m_footer->setObjectName(QStringLiteral("footerView"));
+        m_footer->horizontalHeader()->hide();
+        m_footer->verticalHeader()->hide();
+        m_footer->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        m_footer->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        m_footer->setVerticalScrollMode(QAbstractItemView::ScrollPerPixel);
+        m_footer->setHorizontalScrollMode(horizontalScrollMode());
+        m_footer->setEditTriggers(QAbstractItemView::NoEditTriggers);
+        m_footer->setSelectionMode(QAbstractItemView::NoSelection);
+        m_footer->setFocusPolicy(Qt::NoFocus);
+        m_footer->setFrameShape(QFrame::NoFrame);
+        m_footer->setStyleSheet(QStringLiteral("QTableView { border-top: 1px solid #9aa5b1; }"));
+        m_footer->setModel(model());
+        connect(horizontalScrollBar(), &QScrollBar::valueChanged, m_footer->horizontalScrollBar(),
+                &QScrollBar::setValue);
+        connect(horizontalHeader(), &QHeaderView::sectionResized, m_footer,
+                [this](int column, int, int width) { m_footer->setColumnWidth(column, width); });
+        connect(this, &zTableView::headerConfigChanged, this, &zTableView::syncFooter);
+    }
+    if (QAbstractItemModel* m = model()) {
+        connect(m, &QAbstractItemModel::modelReset, this, &zTableView::syncFooter,
+                Qt::UniqueConnection);
+        connect(m, &QAbstractItemModel::layoutChanged, this, &zTableView::syncFooter,
+                Qt::UniqueConnection);
+        connect(m, &QAbstractItemModel::rowsInserted, this, &zTableView::syncFooter,
+                Qt::UniqueConnection);
+        connect(m, &QAbstractItemModel::rowsRemoved, this, &zTableView::syncFooter,
+                Qt::UniqueConnection);
+        connect(m, &QAbstractItemModel::rowsMoved, this, &zTableView::syncFooter,
+                Qt::UniqueConnection);
+    }
+    syncFooter();
+}
+
+void zTableView::syncFooter()
+{
+    if (!m_footer)
+        return;
+    const auto* m = qobject_cast<const BaseDataItemModel*>(model());
+    const int row = m ? m->footerRow() : -1;
+    if (m_footerRow >= 0 && m_footerRow != row && m_footerRow < model()->rowCount())
+        setRowHidden(m_footerRow, false);
+    m_footerRow = row;
+    if (row >= 0)
+        setRowHidden(row, true);
+    for (int c = 0; model() && c < model()->columnCount(); ++c) {
+        m_footer->setColumnWidth(c, columnWidth(c));
+        m_footer->setColumnHidden(c, isColumnHidden(c));
+    }
+    m_footer->verticalHeader()->setDefaultSectionSize(verticalHeader()->defaultSectionSize());
+    m_footer->setVisible(row >= 0);
+    updateGeometries();
+}
+
+void zTableView::updateGeometries()
+{
+    QTableView::updateGeometries();
+    placeFooter();
+}
+
+void zTableView::placeFooter()
+{
+    const int height =
+        m_footer && m_footerRow >= 0 ? m_footer->verticalHeader()->sectionSize(m_footerRow) + 1 : 0;
+    const QMargins margins = viewportMargins();
+    if (margins.bottom() != height)
+        setViewportMargins(margins.left(), margins.top(), margins.right(), height);
+    if (!height)
+        return;
+    const QRect area = viewport()->geometry();
+    m_footer->setGeometry(area.left(), area.bottom() + 1, area.width(), height);
+    // The footer row at the strip's top, the columns where the rows' columns are.
+    m_footer->verticalScrollBar()->setValue(
+        m_footer->verticalHeader()->sectionPosition(m_footerRow));
+    m_footer->horizontalScrollBar()->setValue(horizontalScrollBar()->value());
 }
 
 namespace {

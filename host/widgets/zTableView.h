@@ -38,6 +38,20 @@ public:
     static void callHeaderSettingsPanel(zTableView* view);
     static QStringList getCurrentTableAllTemplateName(zTableView* view);
 
+    // The footer: the model's footer row (BaseDataItemModel::footerRow, the list's total)
+    // shown in a strip under the rows that stays in place while the rows scroll; the row
+    // itself is hidden from the scrolled rows.
+    void setFooterEnabled(bool enabled);
+    QTableView* footerView() const { return m_footer; }
+    int footerRow() const { return m_footerRow; }
+
+    // While rows are dragged: where they would land, and whether the list allows it there. An
+    // allowed target shows a drop line at the row, a refused one the forbidden cursor.
+    void setMoveTarget(int row, bool allowed);
+    void clearMoveTarget();
+    int moveTarget() const { return m_moveTarget; }
+    bool moveAllowed() const { return m_moveAllowed; }
+
     // Saves the current layout as a user template (what the save panel does after asking).
     bool saveUserTemplate(const QString& name, QString* error);
 
@@ -62,9 +76,13 @@ signals:
 protected:
     // Rows are dragged by their row header.
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void updateGeometries() override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void syncFooter();
+    void placeFooter();
     void pushColumnsToModel();
     bool loadTemplateFile(const QString& path, QString* error);
     QString templateDir() const;
@@ -72,4 +90,8 @@ private:
     HeaderConfig m_config;
     QString m_currentTemplate;
     int m_dragFrom = -1;
+    int m_moveTarget = -1;
+    QTableView* m_footer = nullptr;
+    int m_footerRow = -1;
+    bool m_moveAllowed = false;
 };

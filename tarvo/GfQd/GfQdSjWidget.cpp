@@ -9,7 +9,9 @@
 #include "DataManagement.h"
 #include "GfQdBusiness.h"
 #include "HostConstants.h"
+#include "HostIds.h"
 #include "MsgExplain.h"
+#include "TableOps.h"
 #include "XtBlBusiness.h"
 #include "zMessageBox.h"
 #include "zTableView.h"
@@ -104,30 +106,27 @@ void GfQdSjWidget::disableExportsWhenReadOnly()
     for (const QString& text : {QStringLiteral("导出招投标CJZ"), QStringLiteral("导出竣工CJZ"),
                                 QStringLiteral("导出备案CJZX")}) {
         MsgExplain::ToChangeMenuItemInfo info{text, 3, 0, QVariant()};
-        Communication::GetInstance()->SendMsg(4, 47, QVariant::fromValue(info));
+        Communication::GetInstance()->SendMsg(HostMsg::HostTarget, HostMsg::RibbonItemState,
+                                              QVariant::fromValue(info));
     }
 }
 
 void GfQdSjWidget::CurGfSjTamplateChanged(const QString& name)
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("CurGfSjTamplateChanged"), [&] {
-        GfSjQdTable* list = pageTable();
+    runCommand("CurGfSjTamplateChanged", QStringLiteral("调用内容模板"), OperationKind::Edit, [&] {
         GfSjQdTable temporary;
-        if (!list || isLocked() ||
-            !ContentTemplates::Read(this, name, HostConstants::GfQdTemplateFileProfix, &temporary,
+        if (!ContentTemplates::Read(this, name, HostConstants::GfQdTemplateFileProfix, &temporary,
                                     GfSjQdTable::Type))
-            return; // no such template: the list stays as it is
-        model()->recorded(8, QStringLiteral("调用内容模板"), [&] {
-            XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), works()->getAuditId(),
-                                     works()->getNodeId(), TemplateXtBl, name);
-            GfQdBusiness::ReplaceTableContentFromOther(list, &temporary);
-            GfQdBusiness::CalculateGfQdTable(works(), list);
-            if (ProjectWorks* owner = list->getOwner())
-                owner->setProjectWorkChanged(true);
-            return true;
-        });
+            return false; // no such template: the list stays as it is
+        XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), works()->getAuditId(),
+                                 works()->getNodeId(), TemplateXtBl, name);
+        GfQdBusiness::ReplaceTableContentFromOther(pageTable(), &temporary);
+        GfQdBusiness::CalculateGfQdTable(works(), pageTable());
+        if (ProjectWorks* owner = pageTable()->getOwner())
+            owner->setProjectWorkChanged(true);
         if (audit())
             audit()->CreateRelationByTable(3);
+        return true;
     });
 }
 
@@ -152,47 +151,39 @@ void GfQdSjWidget::SaveTemplate()
 
 void GfQdSjWidget::InsertRow()
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("InsertRow"), [&] {
-        if (!pageTable() || isLocked())
-            return;
+    runCommand("InsertRow", QStringLiteral("插入行"), OperationKind::Edit, [&] {
         const int row = view()->currentIndex().isValid() ? view()->currentIndex().row() : -1;
-        model()->recorded(8, QStringLiteral("插入行"), [&] {
-            BaseDataItem* item = row >= 0 ? GfQdBusiness::InsertItem(works(), pageTable(), row)
-                                          : GfQdBusiness::AppendItem(works(), pageTable());
-            return item != nullptr;
-        });
+        BaseDataItem* item = row >= 0 ? GfQdBusiness::InsertItem(works(), pageTable(), row)
+                                      : GfQdBusiness::AppendItem(works(), pageTable());
+        return item != nullptr;
     });
 }
 
 void GfQdSjWidget::DeleteCurrentRow(const QString& label)
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("DeleteCurrentRow"), [&] {
-        view()->closeEditor();
-        const int row = view()->currentIndex().isValid() ? view()->currentIndex().row() : -1;
-        BaseDataItem* item = pageTable() ? pageTable()->at(row) : nullptr;
-        if (!item || isLocked())
-            return;
-        // The row goes whether or not it holds data: undo brings it back.
-        model()->recorded(8, label,
-                          [&] { return GfQdBusiness::RemoveItem(works(), pageTable(), item); });
-        ChangeDelAndInsAcState(qMin(row, model()->rowCount() - 1));
+    const int row = view()->currentIndex().isValid() ? view()->currentIndex().row() : -1;
+    runCommand("DeleteCurrentRow", label, OperationKind::Edit, [&] {
+        BaseDataItem* item = pageTable()->at(row);
+        // The fee list has no total row; its last input row stays while it is empty.
+        if (!TableOps::mayDelete(
+                pageTable(), item, [](const BaseDataItem*) { return false; },
+                &GfQdBusiness::IsEmptyItem))
+            return false;
+        return GfQdBusiness::RemoveItem(works(), pageTable(), item);
     });
+    ChangeDelAndInsAcState(qMin(row, model()->rowCount() - 1));
 }
 
 void GfQdSjWidget::ClearAllRows()
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("ClearAllRows"), [&] {
-        if (!pageTable() || isLocked())
-            return;
+    runCommand("ClearAllRows", QStringLiteral("清除所有行"), OperationKind::Edit, [&] {
         if (showInformation(
                 this, QStringLiteral("操作提示"), QStringLiteral("你确定清除所有行内容吗"),
                 QMessageBox::Ok | QMessageBox::Cancel, QMessageBox::Question) != QMessageBox::Ok)
-            return;
-        model()->recorded(8, QStringLiteral("清除所有行"), [&] {
-            pageTable()->Clear();
-            GfQdBusiness::CalculateGfQdTable(works(), pageTable());
-            return true;
-        });
+            return false;
+        pageTable()->Clear();
+        GfQdBusiness::CalculateGfQdTable(works(), pageTable());
+        return true;
     });
 }
 

@@ -8,8 +8,10 @@
 #include "ConstructionWorks.h"
 #include "DataManagement.h"
 #include "HostConstants.h"
+#include "HostIds.h"
 #include "LxGzXmQdJJjbBusiness.h"
 #include "MsgExplain.h"
+#include "TableOps.h"
 #include "XtBlBusiness.h"
 #include "zMessageBox.h"
 #include "zTableView.h"
@@ -73,27 +75,22 @@ bool LxGzXmQdSjWidget::moveRows(int from, int to)
 
 void LxGzXmQdSjWidget::slotSelectSporadicItem(double price)
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("slotSelectSporadicItem"), [&] {
-        if (!list() || isLocked())
-            return;
-        QSet<int> seen;
-        QList<int> rows;
-        for (const QModelIndex& index : view()->selectionModel()->selectedIndexes())
-            if (!seen.contains(index.row())) {
-                seen.insert(index.row());
-                rows << index.row();
-            }
-        if (rows.isEmpty())
-            return;
-        model()->recorded(8, QStringLiteral("选择零星人工单价"), [&] {
-            for (int row : std::as_const(rows)) {
-                const BaseDataItem* item = list()->at(row);
-                if (item && item->getKind() != 1) // summary rows keep their price
-                    LxGzXmQdJJjbBusiness::ProcColunmValueChanged(works(), list(), row, 4, price);
-            }
-            return true;
-        });
-    });
+    runCommand("slotSelectSporadicItem", QStringLiteral("选择零星人工单价"), OperationKind::Edit,
+               [&] {
+                   QSet<int> seen;
+                   bool changed = false;
+                   for (const QModelIndex& index : view()->selectionModel()->selectedIndexes()) {
+                       const int row = index.row();
+                       if (seen.contains(row))
+                           continue;
+                       seen.insert(row);
+                       const BaseDataItem* item = list()->at(row);
+                       if (item && item->getKind() != SummaryKind) // summary rows keep theirs
+                           changed |= LxGzXmQdJJjbBusiness::ProcColunmValueChanged(works(), list(),
+                                                                                   row, 4, price);
+                   }
+                   return changed;
+               });
 }
 
 QStringList LxGzXmQdSjWidget::TemplateNames()
@@ -103,24 +100,21 @@ QStringList LxGzXmQdSjWidget::TemplateNames()
 
 void LxGzXmQdSjWidget::CurSporadicWorksTempChanged(const QString& name)
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("CurSporadicWorksTempChanged"), [&] {
+    runCommand("CurSporadicWorksTempChanged", QStringLiteral("模板选择"), OperationKind::Edit, [&] {
         ConstructionWorks* unit = works();
         LxGzXmRgDjQdTable temporary;
-        if (!unit || !list() || isLocked() ||
-            !DataManagement::getInstance()->GetSJPriceModelConfig(node()) ||
+        if (!DataManagement::getInstance()->GetSJPriceModelConfig(node()) ||
             !ContentTemplates::Read(this, name, HostConstants::LxGcXmQdTemplateFileProfix,
                                     &temporary, LxGzXmRgDjQdTable::Type))
-            return; // no such template: the table stays as it is
-        model()->recorded(8, QStringLiteral("模板选择"), [&] {
-            XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), unit->getAuditId(),
-                                     unit->getNodeId(), 4, name);
-            LxGzXmQdJJjbBusiness::AdjustLxGzXmQdRowType(temporary.items());
-            LxGzXmQdJJjbBusiness::ReplaceTableContentFromOther(list(), &temporary);
-            LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(unit, list());
-            return true;
-        });
+            return false; // no such template: the table stays as it is
+        XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), unit->getAuditId(),
+                                 unit->getNodeId(), 4, name);
+        LxGzXmQdJJjbBusiness::AdjustLxGzXmQdRowType(temporary.items());
+        LxGzXmQdJJjbBusiness::ReplaceTableContentFromOther(list(), &temporary);
+        LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(unit, list());
         if (audit())
             audit()->CreateRelationByTable(3);
+        return true;
     });
 }
 
@@ -158,37 +152,43 @@ void LxGzXmQdSjWidget::onNodeLoaded()
 
 void LxGzXmQdSjWidget::InsertRow()
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("InsertRow"), [&] {
-        if (!list() || isLocked())
-            return;
-        model()->recorded(8, QStringLiteral("插入行"), [&] {
-            return LxGzXmQdJJjbBusiness::InsertItem(list(), currentRow()) != nullptr;
-        });
-    });
+    runCommand("InsertRow", QStringLiteral("插入行"), OperationKind::Edit,
+               [&] { return LxGzXmQdJJjbBusiness::InsertItem(list(), currentRow()) != nullptr; });
 }
 
 void LxGzXmQdSjWidget::DeleteCurrentRow(const QString& label)
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("DeleteCurrentRow"), [&] {
-        view()->closeEditor();
+    runCommand("DeleteCurrentRow", label, OperationKind::Edit, [&] {
         const int row = currentRow();
-        if (!list() || isLocked() || row < 0)
-            return;
-        model()->recorded(8, label,
-                          [&] { return LxGzXmQdJJjbBusiness::RemoveItem(works(), list(), row); });
+        BaseDataItem* total = nullptr;
+        LxGzXmQdJJjbBusiness::CheckExistedTotalRow(list()->items(), total);
+        // The total and the summary rows stay, and so does the last empty labour row.
+        auto fixed = [total](const BaseDataItem* item) {
+            return item == total || item->getKind() == SummaryKind;
+        };
+        if (!TableOps::mayDelete(list(), list()->at(row), fixed, &LxGzXmQdJJjbBusiness::isEmptyRow))
+            return false;
+        return LxGzXmQdJJjbBusiness::RemoveItem(works(), list(), row);
     });
 }
 
 void LxGzXmQdSjWidget::ClearAllRows()
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("ClearAllRows"), [&] {
-        if (!list() || isLocked() ||
-            !showQuestion(this, QStringLiteral("提示"), QStringLiteral("你确定清除所有行内容吗?")))
-            return;
-        model()->recorded(8, QStringLiteral("清除所有行"), [&] {
-            list()->Clear();
-            return true;
-        });
+    runCommand("ClearAllRows", QStringLiteral("清除所有行"), OperationKind::Edit, [&] {
+        if (!showQuestion(this, QStringLiteral("提示"), QStringLiteral("你确定清除所有行内容吗?")))
+            return false;
+        // n rows stay n rows, as on the other lists: a fresh summary row heads n - 1 empty
+        // labour rows when the list had one.
+        BaseDataItem* total = nullptr;
+        const bool hadSummary = LxGzXmQdJJjbBusiness::CheckExistedTotalRow(list()->items(), total);
+        const int n = list()->count();
+        TableOps::clearKeepingCount(list(), 0);
+        if (hadSummary)
+            TableOps::insertNew(list(), 0, SummaryKind);
+        else if (n > 0)
+            TableOps::insertNew(list(), n - 1, 0);
+        LxGzXmQdJJjbBusiness::CalculateLxGzXmQdTable(works(), list());
+        return true;
     });
 }
 

@@ -41,6 +41,7 @@ protected:
     void onNodeLoaded() override;
 
 private:
+    static constexpr int SummaryKind = 1; // summary rows: no picked price, never deleted
     LxGzXmRgDjQdTable* list() const;
     int currentRow() const;
 };

@@ -2,6 +2,7 @@
 
 #include "TarvoGuard.h"
 
+#include "HostIds.h"
 #include "LxGzXmQdSjWidget.h"
 #include "LxGzXmQdSsWidget.h"
 #include "SporadicWorksWidget.h"
@@ -13,15 +14,12 @@ LxGzXmQdWidget::LxGzXmQdWidget(QWidget* parent) : BillPageWidget(parent)
     init();
 }
 
-void LxGzXmQdWidget::ProcMsg(int msgId, QVariant* payload)
+void LxGzXmQdWidget::afterMsg(int msgId)
 {
-    TARVO_GUARD("LxGzXmQd\\LxGzXmQdWidget", "LxGzXmQdWidget::ProcMsg")
-    {
-        BillPageWidget::ProcMsg(msgId, payload);
-        // The panel follows the page's read-only state.
-        if (m_sporadic && (msgId == 74 || msgId == 79 || msgId == 41))
-            m_sporadic->slotChangeReadOnly(sjWidget()->isLocked());
-    };
+    // The panel follows the page's read-only state.
+    if (m_sporadic && (msgId == MsgId::NodeClicked || msgId == MsgId::NodeSelected ||
+                       msgId == MsgId::RefreshPages))
+        m_sporadic->slotChangeReadOnly(sjWidget()->isLocked());
 }
 
 BillSjWidget* LxGzXmQdWidget::createSjWidget()

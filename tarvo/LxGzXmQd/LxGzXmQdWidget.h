@@ -10,7 +10,6 @@ class LxGzXmQdWidget : public BillPageWidget
     Q_OBJECT
 public:
     explicit LxGzXmQdWidget(QWidget* parent = nullptr);
-    void ProcMsg(int msgId, QVariant* payload);
     SporadicWorksWidget* sporadicWidget() const { return m_sporadic; }
 
 protected:
@@ -22,6 +21,7 @@ protected:
 protected:
     // The daywork page keeps the labour-rate query panel beside its grid.
     void InitWidget() override;
+    void afterMsg(int msgId) override;
 
 private:
     SporadicWorksWidget* m_sporadic = nullptr;

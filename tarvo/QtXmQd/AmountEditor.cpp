@@ -45,9 +45,8 @@ void AmountEditor::setEditorData(QWidget* editor, const QModelIndex& index)
 void AmountEditor::setModelData(QWidget* editor, QAbstractItemModel* model,
                                 const QModelIndex& index)
 {
-    // The formula is only ever changed in the dialog; writing back an unchanged one would
-    // only check it again.
-    if (qobject_cast<QLineEdit*>(editor) && index.data(Qt::EditRole).toString() != m_formula)
+    // The formula goes back as it is, changed or not: the line edit shows its value only.
+    if (qobject_cast<QLineEdit*>(editor))
         model->setData(index, m_formula, Qt::EditRole);
 }
 

@@ -156,7 +156,7 @@ FormulaEditingDialog::FormulaEditingDialog(QWidget* parent, bool isVAT)
 void FormulaEditingDialog::buildMenus()
 {
     // A name that the unit project cannot give a value to is not offered.
-    QStringList names = FyBlBusiness::FeeVariableNames();
+    QStringList names = FyBlBusiness::FeeVariableNames(SharedInterface::GetAppPath());
     for (QString& name : names)
         if (!FyBlBusiness::IsDefined(name))
             name.clear();

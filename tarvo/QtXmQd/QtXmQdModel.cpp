@@ -7,6 +7,7 @@
 #include "SkinManager.h"
 #include "XmBjHzbBusiness.h"
 
+#include "HostIds.h"
 #include "QtXmQdHzTable.h"
 
 #include <QColor>
@@ -116,7 +117,7 @@ bool QtXmQdModel::ToggleCalculateRow(int row)
     if (!item || isFixedRow(item))
         return false;
     const bool set = item->getKind() != QtXmQdJJjbBusiness::Calculation;
-    return recorded(8, modifyLabel(),
+    return recorded(OperationKind::Edit, modifyLabel(),
                     [&] { return QtXmQdJJjbBusiness::SetAsCalculateRow(works(), row, set); });
 }
 
@@ -126,6 +127,6 @@ bool QtXmQdModel::ToggleSubTotalRow(int row)
     if (!item || isFixedRow(item))
         return false;
     const bool set = item->getKind() != QtXmQdJJjbBusiness::SubTotal;
-    return recorded(8, modifyLabel(),
+    return recorded(OperationKind::Edit, modifyLabel(),
                     [&] { return QtXmQdJJjbBusiness::SetAsSubTotalRow(works(), row, set); });
 }

@@ -11,9 +11,11 @@
 #include "DataManagement.h"
 #include "FyBlBusiness.h"
 #include "HostConstants.h"
+#include "HostIds.h"
 #include "JsMsBusiness.h"
 #include "MsgExplain.h"
 #include "QtXmQdJJjbBusiness.h"
+#include "TableOps.h"
 #include "VXBaseEditor.h"
 #include "XmBjHzbBusiness.h"
 #include "XtBlBusiness.h"
@@ -23,6 +25,7 @@
 
 #include <QAction>
 #include <QDebug>
+#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMainWindow>
 #include <QMenu>
@@ -30,6 +33,7 @@
 #include <QTimer>
 
 #include <cmath>
+#include <stdexcept>
 
 QtXmQdSjWidget::QtXmQdSjWidget(AuditBusiness* audit, QWidget* parent)
     : BillSjWidget(audit, parent), m_acInsert(new QAction(QStringLiteral("插入行"), this)),
@@ -122,70 +126,55 @@ QList<QAction*> QtXmQdSjWidget::contextActions()
 
 void QtXmQdSjWidget::InsertRow()
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("InsertRow"), [&] {
-        if (!pageTable() || isLocked())
-            return;
+    runCommand("InsertRow", QStringLiteral("插入行"), OperationKind::Edit, [&] {
         const int row = currentRow() < 0 ? pageTable()->count() : currentRow();
-        model()->recorded(8, QStringLiteral("插入行"), [&] {
-            return QtXmQdJJjbBusiness::InsertCustomItem(works(), pageTable(), row);
-        });
-        ChangeDelAndInsAcState(currentRow());
+        return QtXmQdJJjbBusiness::InsertCustomItem(works(), pageTable(), row);
     });
+    ChangeDelAndInsAcState(currentRow());
 }
 
 void QtXmQdSjWidget::DeleteCurrentRow(const QString& label)
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("DeleteCurrentRow"), [&] {
-        view()->closeEditor();
+    runCommand("DeleteCurrentRow", label, OperationKind::Edit, [&] {
         const int row = currentRow();
-        BaseDataItem* item = pageTable() ? pageTable()->at(row) : nullptr;
+        BaseDataItem* item = pageTable()->at(row);
         BaseDataItem* total = nullptr;
-        if (!item || isLocked() ||
-            (QtXmQdJJjbBusiness::CheckExistedTotalRow(pageTable(), &total) && item == total))
-            return; // the total row stays
-        model()->recorded(
-            8, label, [&] { return QtXmQdJJjbBusiness::RemoveItem(works(), pageTable(), row); });
-        ChangeDelAndInsAcState(currentRow());
+        QtXmQdJJjbBusiness::CheckExistedTotalRow(pageTable(), &total);
+        if (!TableOps::mayDelete(
+                pageTable(), item, [total](const BaseDataItem* row) { return row == total; },
+                &QtXmQdJJjbBusiness::isEmptyRow))
+            return false; // the total row stays, and so does the last empty input row
+        return QtXmQdJJjbBusiness::RemoveItem(works(), pageTable(), row);
     });
+    ChangeDelAndInsAcState(currentRow());
 }
 
 void QtXmQdSjWidget::ClearAllRows()
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("ClearAllRows"), [&] {
-        qDebug().noquote() << sourceFile() << __LINE__ << QStringLiteral("ClearAllRows");
+    qDebug().noquote() << sourceFile() << __LINE__ << QStringLiteral("ClearAllRows");
+    runCommand("ClearAllRows", QStringLiteral("清除所有行"), OperationKind::Edit, [&] {
         if (!showQuestion(this, QStringLiteral("操作提示"),
                           QStringLiteral("你确定清除所有行内容吗?")))
-            return;
+            return false;
         QtXmQdHzTable* list = pageTable();
-        if (!list || isLocked())
-            return;
-        model()->recorded(8, QStringLiteral("清除所有行"), [&] {
-            // n rows stay n rows: n - 1 empty rows and a fresh total row.
-            const int n = list->count();
-            for (int row = n - 1; row >= 0; --row)
-                list->BaseDataItemRemoveAt(row);
-            for (int i = 0; i < n - 1; ++i) {
-                BaseDataItem* item = list->CreateItem();
-                item->loadState(QtXmQdJJjbBusiness::NewEmpty, false, 0, QString());
-                list->BaseDataItemAppend(item);
-            }
-            QtXmQdJJjbBusiness::AddTotalItem(list);
-            QtXmQdJJjbBusiness::CalculateTable(works(), list);
-            return true;
-        });
+        TableOps::clearKeepingCount(list, QtXmQdJJjbBusiness::NewEmpty);
+        QtXmQdJJjbBusiness::AddTotalItem(list);
+        QtXmQdJJjbBusiness::CalculateTable(works(), list);
+        return true;
     });
 }
 
 void QtXmQdSjWidget::slotAcSetToCalculation()
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("slotAcSetToCalculation"),
-                    [&] { static_cast<QtXmQdModel*>(model())->ToggleCalculateRow(currentRow()); });
+    runCommand(
+        "slotAcSetToCalculation", QStringLiteral("修改其他项目清单行"), OperationKind::Edit,
+        [&] { return static_cast<QtXmQdModel*>(model())->ToggleCalculateRow(currentRow()); });
 }
 
 void QtXmQdSjWidget::slotAcSetToSubTotal()
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("slotAcSetToSubTotal"),
-                    [&] { static_cast<QtXmQdModel*>(model())->ToggleSubTotalRow(currentRow()); });
+    runCommand("slotAcSetToSubTotal", QStringLiteral("修改其他项目清单行"), OperationKind::Edit,
+               [&] { return static_cast<QtXmQdModel*>(model())->ToggleSubTotalRow(currentRow()); });
 }
 
 void QtXmQdSjWidget::onRibbonCommand(const QVariant& payload)
@@ -270,12 +259,11 @@ void QtXmQdSjWidget::AmountReminder(int row)
 
 void QtXmQdSjWidget::EditFormula(int row)
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("EditFormula"), [&] {
-        view()->closeEditor();
+    runCommand("EditFormula", QStringLiteral("编辑公式"), OperationKind::Edit, [&] {
         ConstructionWorks* unit = works();
-        BaseDataItem* item = pageTable() ? pageTable()->at(row) : nullptr;
-        if (!unit || !item || isLocked() || item->getKind() == QtXmQdJJjbBusiness::Total)
-            return;
+        BaseDataItem* item = pageTable()->at(row);
+        if (!item || item->getKind() == QtXmQdJJjbBusiness::Total)
+            return false;
         const int projectIndex = ProTreeNode::ProjectIndex(node());
         FormulaEditingDialog dialog(Communication::GetInstance()->GetMainWindow(),
                                     JsMsBusiness::IsVATProject(unit->getOwner()));
@@ -284,68 +272,70 @@ void QtXmQdSjWidget::EditFormula(int row)
         const QString before = XmBjHzbBusiness::GetPureFormulaFromJss(item->getValue(3).toString());
         dialog.SetFormula(before);
         dialog.SetRow(row);
-        if (zTitleModal::ShowModal(&dialog) != 0 || row < 0)
-            return;
+        if (zTitleModal::ShowModal(&dialog) != 0)
+            return false;
         const QString formula = dialog.GetFormula();
-        model()->recorded(8, QStringLiteral("编辑公式"), [&] {
-            const int audit = unit->getAuditId();
-            const int nodeId = unit->getNodeId();
-            FyBlBusiness* fyBl = FyBlBusiness::GetInstance();
-            const QString tax = dialog.GetSjFlText();
-            if (tax != XtBlBusiness::GetXtBlValue(unit->getProjectWorksId(), audit, nodeId, 10)
-                           .toString()) {
-                XtBlBusiness::ChangeXtBl(projectIndex, audit, nodeId, 10, tax);
-                fyBl->ChangeFyBl(projectIndex, audit, nodeId, FyBlBusiness::TaxRateId,
-                                 dialog.GetSjFl());
-            }
-            if (std::fabs(dialog.GetDeCdFl() -
-                          fyBl->GetFyBlValueById(unit, FyBlBusiness::QuotaFeeRateId)) > 1e-6)
-                fyBl->ChangeFyBl(projectIndex, audit, nodeId, FyBlBusiness::QuotaFeeRateId,
-                                 dialog.GetDeCdFl());
-            return QtXmQdJJjbBusiness::ProcColunmValueChanged(unit, pageTable(), row, 3, formula);
-        });
+        const int audit = unit->getAuditId();
+        const int nodeId = unit->getNodeId();
+        FyBlBusiness* fyBl = FyBlBusiness::GetInstance();
+        const QString tax = dialog.GetSjFlText();
+        if (tax !=
+            XtBlBusiness::GetXtBlValue(unit->getProjectWorksId(), audit, nodeId, 10).toString()) {
+            XtBlBusiness::ChangeXtBl(projectIndex, audit, nodeId, 10, tax);
+            fyBl->ChangeFyBl(projectIndex, audit, nodeId, FyBlBusiness::TaxRateId,
+                             dialog.GetSjFl());
+        }
+        if (std::fabs(dialog.GetDeCdFl() -
+                      fyBl->GetFyBlValueById(unit, FyBlBusiness::QuotaFeeRateId)) > 1e-6)
+            fyBl->ChangeFyBl(projectIndex, audit, nodeId, FyBlBusiness::QuotaFeeRateId,
+                             dialog.GetDeCdFl());
+        const bool changed =
+            QtXmQdJJjbBusiness::ProcColunmValueChanged(unit, pageTable(), row, 3, formula);
         if (formula != before)
             AmountReminder(row);
+        return changed;
     });
 }
 
 void QtXmQdSjWidget::slotAcExtractSporadicWorkItemFees()
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("slotAcExtractSporadicWorkItemFees"), [&] {
-        if (!works() || isLocked())
-            return;
-        model()->recorded(8, QStringLiteral("提取零星工作项目费"), [&] {
-            if (!QtXmQdJJjbBusiness::ExtractSporadicWorkItemFees(works()))
-                return false;
-            FyBlBusiness::GetInstance()->RecalculateFyBl(works());
-            if (ProjectWorks* owner = works()->getOwner())
-                owner->setProjectWorkChanged(true);
-            return true;
-        });
-    });
+    runCommand("slotAcExtractSporadicWorkItemFees", QStringLiteral("提取零星工作项目费"),
+               OperationKind::Edit, [&] {
+                   if (!QtXmQdJJjbBusiness::ExtractSporadicWorkItemFees(works()))
+                       return false;
+                   FyBlBusiness::GetInstance()->RecalculateFyBl(works());
+                   if (ProjectWorks* owner = works()->getOwner())
+                       owner->setProjectWorkChanged(true);
+                   return true;
+               });
 }
 
 void QtXmQdSjWidget::CurQtXmQdTemplateChanged(const QString& name)
 {
-    TarvoGuard::run(sourceFile(), __LINE__, tag("CurQtXmQdTemplateChanged"), [&] {
-        QtXmQdHzTable* list = pageTable();
+    // A name without a file changes nothing, not even the remembered choice.
+    if (!QFileInfo::exists(ContentTemplates::Path(name, HostConstants::QtXmQdTemplateFileProfix)))
+        return;
+    runCommand("CurQtXmQdTemplateChanged", QStringLiteral("模板选择"), OperationKind::Edit, [&] {
+        ConstructionWorks* unit = works();
+        // The unit's choice moves from the configured template to the new one before the
+        // file is read.
+        const PriceModelConfig* config =
+            DataManagement::getInstance()->GetSJPriceModelConfig(node());
+        qDebug().noquote() << QStringLiteral("Current Template:")
+                           << (config ? config->getItem(2).toString() : QString());
+        XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), unit->getAuditId(),
+                                 unit->getNodeId(), 2, name);
         QtXmQdHzTable temporary;
-        if (!list || isLocked() ||
-            !ContentTemplates::Read(this, name, HostConstants::QtXmQdTemplateFileProfix, &temporary,
+        if (!ContentTemplates::Read(this, name, HostConstants::QtXmQdTemplateFileProfix, &temporary,
                                     QtXmQdHzTable::Type))
-            return; // no such template: the list stays as it is
-        model()->recorded(8, QStringLiteral("模板选择"), [&] {
-            ConstructionWorks* unit = works();
-            XtBlBusiness::ChangeXtBl(ProTreeNode::ProjectIndex(node()), unit->getAuditId(),
-                                     unit->getNodeId(), 2, name);
-            QtXmQdJJjbBusiness::AdjustQtXmQdRowType(&temporary);
-            QtXmQdJJjbBusiness::ReplaceTableContentFromOther(list, &temporary);
-            QtXmQdJJjbBusiness::ExtractSporadicWorkItemFees(unit);
-            QtXmQdJJjbBusiness::CalQtXmQdCalculateRow(unit, list);
-            FyBlBusiness::GetInstance()->RecalculateFyBl(unit);
-            return true;
-        });
-        if (audit())
-            audit()->CreateRelationByTable(3);
+            throw std::runtime_error("content template unreadable"); // nothing stays changed
+        QtXmQdJJjbBusiness::AdjustQtXmQdRowType(&temporary);
+        QtXmQdJJjbBusiness::ReplaceTableContentFromOther(pageTable(), &temporary);
+        QtXmQdJJjbBusiness::ExtractSporadicWorkItemFees(unit);
+        QtXmQdJJjbBusiness::CalQtXmQdCalculateRow(unit, pageTable());
+        FyBlBusiness::GetInstance()->RecalculateFyBl(unit);
+        return true;
     });
+    if (audit())
+        audit()->CreateRelationByTable(3);
 }

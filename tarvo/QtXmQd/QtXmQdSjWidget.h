@@ -16,12 +16,9 @@ public:
     void InsertRow();
     void DeleteCurrentRow(const QString& label);
     void ClearAllRows();
-    void slotAcSetToCalculation();
-    void slotAcSetToSubTotal();
     // "编辑公式" on a row: the formula dialog, then the formula and the two rates written back
     // as one undo step.
     void EditFormula(int row);
-    void slotAcExtractSporadicWorkItemFees();
     // Replaces the list by the named content template.
     void CurQtXmQdTemplateChanged(const QString& name);
     // The note shown when a written amount may not belong in the unit project's cost.
@@ -30,6 +27,11 @@ public:
     static QString CalculatedCellHint();
     // The context menu's entries for the focused row (texts follow the row's attributes).
     QList<QAction*> contextActions();
+
+public slots:
+    void slotAcSetToCalculation();
+    void slotAcSetToSubTotal();
+    void slotAcExtractSporadicWorkItemFees();
 
 protected:
     QString sourceFile() const override { return QStringLiteral("QtXmQd\\QtXmQdSjWidget"); }

@@ -10,9 +10,12 @@ class ZbrClGzfQdSjWidget : public MaterialSjWidget
 public:
     ZbrClGzfQdSjWidget(AuditBusiness* audit, QWidget* parent);
 
+public slots:
     void slotAcHzZgCl();
     void slotAcSxZgCl();
     void slotAcQcWh();
+
+public:
     void RegenerateSerials();
 
 protected:

@@ -15,6 +15,7 @@ class ZgClQdSjWidget : public MaterialSjWidget
 public:
     ZgClQdSjWidget(AuditBusiness* audit, QWidget* parent);
 
+public slots:
     // "汇总工程所有暂估材料" / "汇总工程暂估材料".
     void slotAcHzZgCl();
     // "刷新材料价格、数量、金额" / "刷新数量&价格", with its report.
@@ -29,6 +30,7 @@ public:
     void slotAcCkZbZgCl();
     void slotAcDyZlTbZgCl();
 
+public:
     QLabel* explanation() const { return m_explanation; }
     QMenu* keepTenderMenu() const { return m_keepTender; }
     QMenu* sortMenu() const { return m_sort; }

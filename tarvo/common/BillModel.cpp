@@ -19,8 +19,28 @@
 
 BillModel::BillModel(QObject* parent) : BaseDataItemModel(parent) {}
 
+void BillModel::setFocusedRow(int row)
+{
+    const int former = m_focusedRow;
+    m_focusedRow = row;
+    for (int r : {former, row})
+        if (r >= 0 && r < rowCount())
+            emit dataChanged(index(r, 0), index(r, columnCount() - 1), {Qt::ForegroundRole});
+}
+
+QVariant BillModel::focusedRowText(int row) const
+{
+    if (!m_readOnlyView || row != m_focusedRow || row < 0)
+        return QVariant();
+    return SkinManager::getInstance()->getVXColor(QStringLiteral("SelectedRowTextColor"),
+                                                  QColor(0, 0, 255));
+}
+
 QVariant BillModel::data(const QModelIndex& index, int role) const
 {
+    if (role == Qt::ForegroundRole)
+        if (QVariant focused = focusedRowText(index.row()); focused.isValid())
+            return focused;
     // Rows that differ from the submitted version are tinted while the comparison is open.
     if (role == Qt::BackgroundRole && m_audit && m_audit->isOpen() && !m_readOnlyView &&
         m_audit->rowState(index.row()) != AuditBusiness::Same)
@@ -123,7 +143,9 @@ OperatingUIInfo BillModel::undoInfo(int operType, const QString& text) const
 
 bool BillModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
-    if (role != Qt::EditRole || !index.isValid() || m_readOnlyView || !itemAt(index.row()))
+    // A locked table takes no edit, whoever asks (a paste, a delegate, the host).
+    if (role != Qt::EditRole || !index.isValid() || m_readOnlyView || !itemAt(index.row()) ||
+        isLocked() || isFixedRow(itemAt(index.row())))
         return false;
     if (ProjectWorks* owner = table() ? table()->getOwner() : nullptr)
         if (!owner->isProjectWorkChanged())
@@ -131,15 +153,17 @@ bool BillModel::setData(const QModelIndex& index, const QVariant& value, int rol
     const int row = index.row();
     const int field = fieldOfColumn(index.column());
     const QString className = QString::fromLatin1(metaObject()->className());
+    // A refused text was told to the user and counts as handled; a failure does not.
+    bool handled = false;
     TarvoGuard::run(m_sourceFolder + QLatin1Char('\\') + className, __LINE__,
                     className + QStringLiteral("::setData"), [&] {
                         QVariant typed = value;
-                        if (!checkEdit(row, field, typed))
-                            return; // refused and told; the cell keeps its value
-                        recorded(OperationKind::Edit, modifyLabel(),
-                                 [&] { return applyEdit(row, field, typed); });
+                        if (checkEdit(row, field, typed))
+                            recorded(OperationKind::Edit, modifyLabel(),
+                                     [&] { return applyEdit(row, field, typed); });
+                        handled = true;
                     });
-    return true;
+    return handled;
 }
 
 void BillModel::pasteCells(const QVector<QPair<QModelIndex, QString>>& cells)

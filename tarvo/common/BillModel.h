@@ -29,6 +29,9 @@ public:
     void setSourceFolder(const QString& folder) { m_sourceFolder = folder; }
     void setReadOnlyView(bool readOnly) { m_readOnlyView = readOnly; }
     bool isReadOnlyView() const { return m_readOnlyView; }
+    // The audit grid's focused row: its text takes the skin colour "SelectedRowTextColor".
+    void setFocusedRow(int row);
+    int focusedRow() const { return m_focusedRow; }
     // A list whose every record carries one operation kind (the provisional list's 10);
     // -1 keeps the kind each command gives.
     void setOperationKind(int kind) { m_operationKind = kind; }
@@ -66,6 +69,8 @@ protected:
     virtual bool applyEdit(int row, int field, const QVariant& value) = 0;
     // Rows that can never be edited (total rows).
     virtual bool isFixedRow(const BaseDataItem* item) const;
+    // The focused row's text colour in a read-only view; invalid elsewhere.
+    QVariant focusedRowText(int row) const;
     // Evaluates the text of a numeric cell; an empty text clears it. Tells the user and
     // returns false when it is neither a number nor an expression.
     bool evaluateNumeric(QVariant& value) const;
@@ -74,6 +79,7 @@ private:
     AuditBusiness* m_audit = nullptr;
     bool m_readOnlyView = false;
     int m_operationKind = -1;
+    int m_focusedRow = -1;
     QString m_sourceFolder;
 };
 

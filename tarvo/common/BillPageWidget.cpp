@@ -5,6 +5,7 @@
 #include "TarvoGuard.h"
 
 #include "AuditBusiness.h"
+#include "HostIds.h"
 #include "ProTreeNode.h"
 #include "SkinManager.h"
 #include "zTableView.h"
@@ -86,11 +87,9 @@ void BillPageWidget::SwitchIntoSsState(bool on)
 void BillPageWidget::ProcMsg(int msgId, QVariant* payload)
 {
     TarvoGuard::run(sourceFile(), __LINE__, tag("ProcMsg"), [&] {
-        if (msgId == 74 || msgId == 79) {
-            if (ProTreeNode* node = ProTreeNode::FromVariant(payload)) {
-                m_hasSs = ProTreeNode::CheckWithSSVersion(node);
-                SwitchIntoSsState(m_hasSs);
-            }
+        if (msgId == MsgId::NodeClicked || msgId == MsgId::NodeSelected) {
+            ProcNodeMsg(msgId, ProTreeNode::FromVariant(payload), payload);
+            return;
         }
         m_sj->ProcMsg(msgId, payload);
         if (m_hasSs && m_ss) {
@@ -98,8 +97,25 @@ void BillPageWidget::ProcMsg(int msgId, QVariant* payload)
             m_audit->Open();
         }
         m_audit->ProcMsg(msgId, payload);
-        if (msgId == 74 || msgId == 79)
-            arrangeComparison();
+        afterMsg(msgId);
+    });
+}
+
+void BillPageWidget::ProcNodeMsg(int msgId, ProTreeNode* node, QVariant* payload)
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("ProcMsg"), [&] {
+        if (node) {
+            m_hasSs = ProTreeNode::CheckWithSSVersion(node);
+            SwitchIntoSsState(m_hasSs);
+        }
+        m_sj->LoadNode(node, msgId);
+        if (m_hasSs && m_ss) {
+            m_ss->LoadNode(node);
+            m_audit->Open();
+        }
+        m_audit->ProcMsg(msgId, payload);
+        arrangeComparison();
+        afterMsg(msgId);
     });
 }
 

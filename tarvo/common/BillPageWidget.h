@@ -7,6 +7,7 @@
 class AuditBusiness;
 class BillSjWidget;
 class BillSsWidget;
+class ProTreeNode;
 
 // A bill page: the current-version grid and, for nodes that have a submitted version, the
 // submitted-version grid beside it, linked by the page's audit companion.
@@ -17,6 +18,9 @@ public:
     explicit BillPageWidget(QWidget* parent);
 
     void ProcMsg(int msgId, QVariant* payload);
+    // A node message (74, 79) whose payload was decoded once by the receiver: the node, or
+    // null when the payload held none. The payload still goes to the audit companion.
+    void ProcNodeMsg(int msgId, ProTreeNode* node, QVariant* payload);
     void SwitchIntoSsState(bool on);
 
     AuditBusiness* audit() const { return m_audit; }
@@ -35,6 +39,8 @@ protected:
     // Lays the Ss holder and the Sj grid out on the page.
     virtual void InitWidget();
     void InitAudit();
+    // After a message reached the grids (the page's own companions follow it here).
+    virtual void afterMsg(int msgId) { Q_UNUSED(msgId) }
     QString tag(const char* function) const;
 
 private:

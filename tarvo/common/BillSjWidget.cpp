@@ -84,7 +84,7 @@ void BillSjWidget::ProcMsg(int msgId, QVariant* payload)
         switch (msgId) {
         case MsgId::NodeClicked:
         case MsgId::NodeSelected:
-            loadNode(payload, msgId);
+            LoadNode(ProTreeNode::FromVariant(payload), msgId);
             break;
         case MsgId::ProjectSaved:
             onProjectSaved(value);
@@ -143,9 +143,8 @@ void BillSjWidget::answerTemplateList()
                                           QVariant(names));
 }
 
-void BillSjWidget::loadNode(QVariant* payload, int msgId)
+void BillSjWidget::LoadNode(ProTreeNode* node, int msgId)
 {
-    ProTreeNode* node = ProTreeNode::FromVariant(payload);
     if (!node)
         return;
     if (ProTreeNode::Types(node) != 0) {
@@ -251,11 +250,23 @@ void BillSjWidget::ChangeDelAndInsAcState(int row)
 void BillSjWidget::slotMouseMoveRows(int from, int to, bool finished)
 {
     TarvoGuard::run(sourceFile(), __LINE__, tag("slotMouseMoveRows"), [&] {
-        if (!finished || !m_table || isLocked() || !canMoveRows(from, to))
+        if (!finished) {
+            // While dragging, the grid shows whether the rows may land here.
+            m_view->setMoveTarget(to, m_table && !isLocked() && canMoveRows(from, to));
+            return;
+        }
+        m_view->clearMoveTarget();
+        if (!m_table || isLocked() || !canMoveRows(from, to))
             return;
         m_model->recorded(OperationKind::MoveRows, moveLabel(), [&] { return moveRows(from, to); });
         m_view->setCurrentIndex(m_model->index(to, qMax(0, m_view->currentIndex().column())));
     });
+}
+
+void BillSjWidget::hideEvent(QHideEvent* event)
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("hideEvent"), [&] { closeEditor(); });
+    zBaseWidget::hideEvent(event);
 }
 
 bool BillSjWidget::eventFilter(QObject* watched, QEvent* event)

@@ -26,6 +26,9 @@ public:
     BillSjWidget(AuditBusiness* audit, QWidget* parent);
 
     void ProcMsg(int msgId, QVariant* payload);
+    // Loads a node of a node message (74, 79) decoded by the page's container; null loads
+    // nothing.
+    void LoadNode(ProTreeNode* node, int msgId);
     void RefreshGrid();
     void ChangeDelAndInsAcState(int row);
 
@@ -68,6 +71,8 @@ protected:
     void FitRowHeights(bool minimal);
 
     bool eventFilter(QObject* watched, QEvent* event) override;
+    // A page going out of sight takes no half-typed cell with it.
+    void hideEvent(QHideEvent* event) override;
     QString tag(const char* function) const;
 
     // Runs a page command as one user action: under the module's guard (failures reported with
@@ -91,7 +96,6 @@ protected:
     void closeEditor();
 
 private:
-    void loadNode(QVariant* payload, int msgId);
     // The host closes a project while the page may still show one of its unit projects: the
     // grid lets go of the rows before they are freed.
     void forgetProject(int projectIndex);

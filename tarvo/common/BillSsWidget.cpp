@@ -5,6 +5,7 @@
 
 #include "ConstructionWorks.h"
 #include "DataManagement.h"
+#include "HostIds.h"
 #include "ProTreeNode.h"
 #include "ProjectWorks.h"
 #include "zTableView.h"
@@ -36,6 +37,14 @@ void BillSsWidget::init(BillModel* model, const QString& listName)
     layout->addWidget(m_view, 1, 0);
     connect(DataManagement::getInstance(), &DataManagement::projectClosed, this,
             &BillSsWidget::forgetProject);
+    connect(m_view->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &BillSsWidget::slotFocusedRowChanged);
+}
+
+void BillSsWidget::slotFocusedRowChanged(const QModelIndex& current)
+{
+    TarvoGuard::run(sourceFile(), __LINE__, className() + QStringLiteral("::slotFocusedRowChanged"),
+                    [&] { m_model->setFocusedRow(current.row()); });
 }
 
 void BillSsWidget::forgetProject(int projectIndex)
@@ -51,18 +60,24 @@ void BillSsWidget::forgetProject(int projectIndex)
 void BillSsWidget::ProcMsg(int msgId, QVariant* payload)
 {
     TarvoGuard::run(sourceFile(), __LINE__, className() + QStringLiteral("::ProcMsg"), [&] {
-        if (msgId == 74 || msgId == 79) {
-            ProTreeNode* node = ProTreeNode::FromVariant(payload);
-            if (!node || ProTreeNode::Types(node) != 0)
-                return;
-            // The submitted version of the same node.
-            ConstructionWorks* works = DataManagement::getInstance()->GetProObjectForDisplay(
-                ProTreeNode::ProjectIndex(node), 1, ProTreeNode::Id(node));
-            m_table = works ? pageTable(works) : nullptr;
-            m_model->setTableSource(works, m_table);
-        } else if (msgId == 41 || msgId == 606) {
+        if (msgId == MsgId::NodeClicked || msgId == MsgId::NodeSelected) {
+            LoadNode(ProTreeNode::FromVariant(payload));
+        } else if (msgId == MsgId::RefreshPages || msgId == MsgId::RecordReplayed) {
             Reload();
         }
+    });
+}
+
+void BillSsWidget::LoadNode(ProTreeNode* node)
+{
+    TarvoGuard::run(sourceFile(), __LINE__, className() + QStringLiteral("::LoadNode"), [&] {
+        if (!node || ProTreeNode::Types(node) != 0)
+            return;
+        // The submitted version of the same node.
+        ConstructionWorks* works = DataManagement::getInstance()->GetProObjectForDisplay(
+            ProTreeNode::ProjectIndex(node), 1, ProTreeNode::Id(node));
+        m_table = works ? pageTable(works) : nullptr;
+        m_model->setTableSource(works, m_table);
     });
 }
 

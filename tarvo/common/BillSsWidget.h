@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QModelIndex>
 #include <QVariant>
 #include <QWidget>
 
@@ -7,6 +8,7 @@ class AuditBusiness;
 class BillModel;
 class ConstructionWorks;
 class GeneralTableBase;
+class ProTreeNode;
 class zTableView;
 
 // The read-only grid of a bill page over the submitted version of the page's table.
@@ -17,11 +19,16 @@ public:
     BillSsWidget(AuditBusiness* audit, QWidget* parent);
 
     void ProcMsg(int msgId, QVariant* payload);
+    // The submitted version of a node decoded by the page's container.
+    void LoadNode(ProTreeNode* node);
     void Reload();
     void setTitle(const QString& title);
     zTableView* view() const { return m_view; }
     BillModel* model() const { return m_model; }
     GeneralTableBase* table() const { return m_table; }
+
+public slots:
+    void slotFocusedRowChanged(const QModelIndex& current);
 
 protected:
     void init(BillModel* model, const QString& listName);

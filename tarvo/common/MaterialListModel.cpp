@@ -19,6 +19,13 @@ bool MaterialListModel::isNumericField(int field)
     return field == 6 || field == 7 || field == 9 || field == 10;
 }
 
+int MaterialListModel::footerRow() const
+{
+    const int last = rowCount() - 1;
+    const BaseDataItem* item = last >= 0 ? itemAt(last) : nullptr;
+    return item && isFixedRow(item) ? last : -1;
+}
+
 BillModel::NumberKind MaterialListModel::numberKind(int field) const
 {
     switch (field) {
@@ -81,6 +88,8 @@ QVariant MaterialListModel::data(const QModelIndex& index, int role) const
             return isNumericField(field) ? AlignRightCentre : AlignLeftCentre;
         }
     case Qt::ForegroundRole: {
+        if (QVariant focused = focusedRowText(index.row()); focused.isValid())
+            return focused;
         if (item->IsBlock())
             return SkinManager::getInstance()->getVXColor(
                 QStringLiteral("Jjb_TextColor_Kx"),

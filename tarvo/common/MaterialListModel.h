@@ -27,6 +27,8 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation,
                         int role = Qt::DisplayRole) const override;
     static QByteArray questionMarkImage();
+    // The total row, the list's last, is the grid's footer.
+    int footerRow() const override;
 
 protected:
     virtual QColor cellTextColor(int row, int field) const = 0;

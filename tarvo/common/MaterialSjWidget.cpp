@@ -35,6 +35,7 @@ void MaterialSjWidget::initMaterials(MaterialListModel* model,
 {
     m_service = std::move(service);
     init(model);
+    view()->setFooterEnabled(true); // the total row stays in sight under the rows
     buildMenus();
     view()->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(view(), &QWidget::customContextMenuRequested, this,
@@ -46,11 +47,11 @@ void MaterialSjWidget::initMaterials(MaterialListModel* model,
     auto* legend = new QLabel(this);
     legend->setObjectName(QStringLiteral("legend"));
     legend->setTextFormat(Qt::RichText);
-    legend->setText(
-        QStringLiteral("说明：颜色配置方案：<span "
-                       "style='background:#ffd6d6'>背景表示各单位工程暂估属性设置不一致</span>；"
-                       "<span style='color:#dc0000'>前景表示各单位工程调价不一致</span>；"
-                       "<span style='background:#fff2b8'>背景表示各单位工程产地等不一致</span>"));
+    legend->setText(QStringLiteral(
+        "说明：颜色配置方案：<br/>"
+        "<span style='background:#ffd6d6'>背景表示各单位工程暂估属性设置不一致</span><br/>"
+        "<span style='color:#dc0000'>前景表示各单位工程调价不一致</span><br/>"
+        "<span style='background:#fff2b8'>背景表示各单位工程产地等不一致</span>"));
     legend->setStyleSheet(QStringLiteral("QLabel { padding: 3px 6px; color: #34495e; }"));
     static_cast<QGridLayout*>(layout())->addWidget(legend, 1, 0);
 }
@@ -147,6 +148,9 @@ void MaterialSjWidget::buildMenus()
     };
     QMenu* del = ribbon(QStringLiteral("招投标-删除行"));
     item(del, QStringLiteral("删除当前行/块"), [this] { DeleteRowsOrBlock(); });
+    // The key is the grid's "删除" (one Delete, no ambiguity); the ribbon entry shows it.
+    del->actions().constLast()->setShortcut(Qt::Key_Delete);
+    del->actions().constLast()->setShortcutContext(Qt::WidgetShortcut);
     QMenu* heights = ribbon(QStringLiteral("自动行高"));
     item(heights, QStringLiteral("表格自适应行高"), [this] { FitRowHeights(false); });
     item(heights, QStringLiteral("表格置最小行高"), [this] { FitRowHeights(true); });
@@ -323,6 +327,8 @@ void MaterialSjWidget::KeepFirstRows(int n, bool fixedCommand)
             return;
         m_service->keepFirstRows(table(), n);
         m_service->recalculateList(works(), table());
+        // A list already this short still gets its undo step: the user sees the command done.
+        RURecordControl::GetInstance()->RecordChange([] {}, [] {});
     });
 }
 

@@ -5,6 +5,7 @@
 
 #include "Communication.h"
 #include "DataManagement.h"
+#include "HostIds.h"
 #include "ProjectSettingHelper.h"
 
 #include <QDebug>
@@ -79,7 +80,7 @@ void TarvoService::ProcessMsg(int msgId, QVariant* payload)
 {
     TARVO_GUARD("module\\TarvoService", "TarvoService::ProcessMsg")
     {
-        if (msgId == 41) {
+        if (msgId == MsgId::RefreshPages) {
             QObject* object = nullptr;
             if (payload) {
                 if (QMetaType::typeFlags(payload->userType()) & QMetaType::PointerToQObject) {
@@ -95,14 +96,14 @@ void TarvoService::ProcessMsg(int msgId, QVariant* payload)
             auto* widget = static_cast<QWidget*>(object);
             if (!m_widgets.contains(widget))
                 return;
-            static_cast<TarvoWidget*>(widget)->ProcMsg(41, payload);
+            static_cast<TarvoWidget*>(widget)->ProcMsg(MsgId::RefreshPages, payload);
             return;
         }
         QWidget* active = Communication::GetInstance()->GetActiveFirstLevelWidget();
         if (!active || !m_widgets.contains(active))
             return;
         auto* container = static_cast<TarvoWidget*>(active);
-        if (msgId == 12)
+        if (msgId == MsgId::Activated)
             container->ProcActiveWidgetChanged();
         else
             container->ProcMsg(msgId, payload);

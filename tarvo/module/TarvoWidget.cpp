@@ -2,6 +2,7 @@
 
 #include "PageNames.h"
 #include "TarvoGuard.h"
+#include "common/BillPageWidget.h"
 
 #include "GfQd/GfQdWidget.h"
 #include "LxGzXmQd/LxGzXmQdWidget.h"
@@ -12,6 +13,7 @@
 
 #include "Communication.h"
 #include "DataManagement.h"
+#include "HostIds.h"
 #include "MsgExplain.h"
 #include "PriceModelConfig.h"
 #include "ProTreeNode.h"
@@ -40,6 +42,11 @@ template <typename Page> bool deliver(QWidget* widget, int msgId, QVariant* payl
     if (page)
         page->ProcMsg(msgId, payload);
     return page != nullptr;
+}
+
+bool isNodeMsg(int msgId)
+{
+    return msgId == MsgId::NodeClicked || msgId == MsgId::NodeSelected;
 }
 
 struct PageClass
@@ -164,6 +171,11 @@ void TarvoWidget::DistributeMsg(QWidget* page, QString serviceName, int msgId, Q
 {
     TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::DistributeMsg")
     {
+        // A node message was decoded once, here: the pages take the node as it is.
+        if (auto* bill = qobject_cast<BillPageWidget*>(page); bill && isNodeMsg(msgId)) {
+            bill->ProcNodeMsg(msgId, m_decodedNode, payload);
+            return;
+        }
         for (const PageClass& pageClass : pageClasses())
             if (pageClass.service == serviceName) {
                 pageClass.deliver(page, msgId, payload);
@@ -183,15 +195,15 @@ void TarvoWidget::ProcMsg(int msgId, QVariant* payload)
     TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::ProcMsg")
     {
         switch (msgId) {
-        case 41: {
+        case MsgId::RefreshPages: {
             const QMap<QString, QList<QWidget*>> created = m_tabs->GetAlreadyCreatePage();
             for (auto it = created.cbegin(); it != created.cend(); ++it)
                 for (QWidget* widget : it.value())
                     DistributeMsg(widget, it.key(), msgId, payload);
             return;
         }
-        case 74:
-        case 79: {
+        case MsgId::NodeClicked:
+        case MsgId::NodeSelected: {
             ProcessProjectTreeClickedMsg(payload);
             RestorePageArrangement();
             const ProjectWorks* works = DataManagement::getInstance()->GetProjectWorksByIndex(
@@ -199,10 +211,10 @@ void TarvoWidget::ProcMsg(int msgId, QVariant* payload)
             m_tabs->ChangeROState(works && works->IsReadOnly());
             break;
         }
-        case 49:
+        case MsgId::ActivatePage:
             ProcessChangeActivePageMsg(payload);
             break;
-        case 7000:
+        case MsgId::TemplateNames:
             m_tabs->SetTableHeaderTempList(payload ? payload->toStringList() : QStringList());
             break;
         default:
@@ -260,8 +272,9 @@ void TarvoWidget::ProcessProjectTreeClickedMsg(QVariant* payload)
 {
     TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::ProcessProjectTreeClickedMsg")
     {
-        if (ProTreeNode* node = ProTreeNode::FromVariant(payload))
-            m_currentNode = node;
+        m_decodedNode = ProTreeNode::FromVariant(payload);
+        if (m_decodedNode)
+            m_currentNode = m_decodedNode;
     };
 }
 
@@ -311,7 +324,8 @@ void TarvoWidget::slotCurTabChanged(int index)
                                      QVariant(m_tabs->GetSysNameByIndex(index)));
         QVariant empty{QStringLiteral("")};
         DistributeMsg(widget, m_widgetService.value(widget), 12, &empty);
-        Communication::GetInstance()->SendMsg(4, 30, QVariant(0));
+        Communication::GetInstance()->SendMsg(HostMsg::HostTarget, HostMsg::TabChanged,
+                                              QVariant(0));
     };
 }
 
@@ -381,7 +395,8 @@ void TarvoWidget::slotHeaderTemplateChanged(QString strHeaderTempName)
 {
     TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotHeaderTemplateChanged")
     {
-        Communication::GetInstance()->SendMsg(4, 7002, QVariant(strHeaderTempName));
+        Communication::GetInstance()->SendMsg(HostMsg::HostTarget, MsgId::SwitchHeaderTemplate,
+                                              QVariant(strHeaderTempName));
     };
 }
 
@@ -389,7 +404,8 @@ void TarvoWidget::slotSaveTableheaderTemp()
 {
     TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotSaveTableheaderTemp")
     {
-        Communication::GetInstance()->SendMsg(4, 7003, QVariant());
+        Communication::GetInstance()->SendMsg(HostMsg::HostTarget, MsgId::SaveHeaderTemplate,
+                                              QVariant());
     };
 }
 
@@ -397,7 +413,7 @@ void TarvoWidget::slotModifyCurrentColumnTittle()
 {
     TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotModifyCurrentColumnTittle")
     {
-        Communication::GetInstance()->SendMsg(4, 7004, QVariant());
+        Communication::GetInstance()->SendMsg(HostMsg::HostTarget, MsgId::RenameColumn, QVariant());
     };
 }
 
@@ -405,7 +421,8 @@ void TarvoWidget::slotTableHeaderAdvancedSetting()
 {
     TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotTableHeaderAdvancedSetting")
     {
-        Communication::GetInstance()->SendMsg(4, 7005, QVariant());
+        Communication::GetInstance()->SendMsg(HostMsg::HostTarget, MsgId::HeaderSettings,
+                                              QVariant());
     };
 }
 
@@ -413,6 +430,7 @@ void TarvoWidget::slotTabMenuAboutToShow()
 {
     TARVO_GUARD("module\\TarvoWidget", "TarvoWidget::slotTabMenuAboutToShow")
     {
-        Communication::GetInstance()->SendMsg(4, 7006, QVariant());
+        Communication::GetInstance()->SendMsg(HostMsg::HostTarget, MsgId::ListHeaderTemplates,
+                                              QVariant());
     };
 }

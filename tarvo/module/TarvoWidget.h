@@ -62,5 +62,6 @@ private:
     QGridLayout* m_layout = nullptr;
     zProTabWidget* m_tabs = nullptr;
     ProTreeNode* m_currentNode = nullptr;
+    ProTreeNode* m_decodedNode = nullptr; // of the node message being handled
     const ProjectWorks* m_arrangedProject = nullptr;
 };

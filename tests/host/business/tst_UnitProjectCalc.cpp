@@ -217,7 +217,8 @@ private slots:
     {
         const QStringList offered = [] {
             QStringList names;
-            for (const QString& name : FyBlBusiness::FeeVariableNames())
+            for (const QString& name :
+                 FyBlBusiness::FeeVariableNames(qEnvironmentVariable("TARVO_APP_PATH")))
                 if (FyBlBusiness::IsDefined(name))
                     names << name;
             return names;

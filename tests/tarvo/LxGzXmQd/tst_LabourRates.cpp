@@ -235,6 +235,49 @@ private slots:
         QVERIFY(page.sporadicWidget()->isReadOnly());
     }
 
+    // Deleting keeps the summary row and the last empty labour row; clearing keeps the list's
+    // length as the other lists do: a fresh summary row over empty labour rows.
+    void dayworkRowCommandsKeepSummaryAndLength()
+    {
+        TestProject p;
+        LxGzXmRgDjQdTable* t = p.current->getTenderInventory()->getLxGzXmRgDjQdTable();
+        TestProject::row(t, 1, {{2, "人工"}});
+        TestProject::row(t, 0, {{2, "普工"}, {4, 100.0}, {6, 10.0}});
+        TestProject::row(t, 0, {{2, "技工"}, {4, 130.0}, {6, 5.0}});
+        LxGzXmQdWidget page;
+        QVariant node = QVariant::fromValue(p.unit);
+        page.ProcMsg(74, &node);
+        attachModelTesters(&page);
+        auto* grid = static_cast<LxGzXmQdSjWidget*>(page.sjWidget());
+        QUndoStack* stack = RURecordControl::GetInstance()->undoStack();
+        grid->view()->setCurrentIndex(grid->model()->index(0, 1));
+        grid->DeleteCurrentRow("删除当前行");
+        QCOMPARE(t->count(), 3);
+        QCOMPARE(stack->count(), 0);
+        grid->view()->setCurrentIndex(grid->model()->index(2, 1));
+        grid->DeleteCurrentRow("删除当前行");
+        QCOMPARE(t->count(), 2);
+        QCOMPARE(stack->undoText(), QString("删除当前行"));
+        QCOMPARE(t->at(0)->getDouble(7), 1000.0); // the summary follows
+
+        // The one labour row left, once empty, stays: there would be nowhere to type.
+        InteractionSeam::pushAnswer(int(QMessageBox::Yes));
+        grid->ClearAllRows();
+        QCOMPARE(t->count(), 2);
+        QCOMPARE(t->at(0)->getKind(), 1);
+        QCOMPARE(t->at(1)->getKind(), 0);
+        QVERIFY(t->at(1)->getValue(2).toString().isEmpty());
+        QCOMPARE(stack->undoText(), QString("清除所有行"));
+        const int steps = stack->count();
+        grid->view()->setCurrentIndex(grid->model()->index(1, 1));
+        grid->DeleteCurrentRow("删除当前行");
+        QCOMPARE(t->count(), 2);
+        QCOMPARE(stack->count(), steps);
+        QVERIFY(RURecordControl::GetInstance()->Undo());
+        QCOMPARE(t->count(), 2);
+        QCOMPARE(t->at(1)->getValue(2).toString(), QString("普工"));
+    }
+
     void throwingBusinessCallIsReportedWithItsTag()
     {
         TestProject p;

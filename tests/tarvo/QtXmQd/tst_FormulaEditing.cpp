@@ -10,11 +10,13 @@
 #include "InteractionSeam.h"
 #include "LxGzXmQdJJjbBusiness.h"
 #include "QtXmQdJJjbBusiness.h"
+#include "SharedInterface.h"
 #include "XtBlBusiness.h"
 #include "zBaseMenu.h"
 #include "zTableView.h"
 
 #include <QComboBox>
+#include <QIdentityProxyModel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QUndoStack>
@@ -64,7 +66,7 @@ private slots:
 
     void feeVariableListAndMenus()
     {
-        const QStringList names = FyBlBusiness::FeeVariableNames();
+        const QStringList names = FyBlBusiness::FeeVariableNames(SharedInterface::GetAppPath());
         QVERIFY(names.size() >= 209);
         QVERIFY(names.contains("分部分项取费基数"));
         FormulaEditingDialog dialog(nullptr, true);
@@ -307,7 +309,20 @@ private slots:
         QCoreApplication::sendEvent(edit.get(), &focus);
         QCOMPARE(asked.count(), 2);
 
-        Q_UNUSED(t)
+        // Closing the editor writes the formula back, also when it is unchanged.
+        struct Recorder : QIdentityProxyModel
+        {
+            QVariantList written;
+            bool setData(const QModelIndex& index, const QVariant& value, int role) override
+            {
+                written << value;
+                return QIdentityProxyModel::setData(index, value, role);
+            }
+        } recorder;
+        recorder.setSourceModel(model);
+        editor->setModelData(edit.get(), &recorder, recorder.mapFromSource(amount));
+        QCOMPARE(recorder.written, QVariantList({QString("分部分项工程费*0.015")}));
+        QCOMPARE(t->at(1)->getValue(3).toString().contains("分部分项工程费*0.015"), true);
     }
 
     void newFormulaAndRatesAreWrittenAsOneStep()

@@ -3,6 +3,7 @@
 
 #include "ZbrClGzfQd/PopupDialog/SummarySelectionDialog.h"
 #include "ZbrClGzfQd/ZbrClGzfQdSjWidget.h"
+#include "ZbrClGzfQd/ZbrClGzfQdSsModel.h"
 #include "ZbrClGzfQd/ZbrClGzfQdWidget.h"
 #include "common/BillModel.h"
 #include "common/RowsCountInputDialog.h"
@@ -10,12 +11,19 @@
 #include "Communication.h"
 #include "HostScreen.h"
 #include "InteractionSeam.h"
+#include "SkinManager.h"
 #include "VXProgressBar.h"
 #include "ZbrClGzfQdBusiness.h"
 #include "zTableView.h"
 
+#include <QAbstractItemModelTester>
 #include <QAction>
+#include <QLabel>
+#include <QMenu>
 #include <QMessageBox>
+#include <QScrollBar>
+#include <QTableView>
+#include <QTextDocument>
 #include <QUndoStack>
 #include <QtTest>
 
@@ -223,8 +231,14 @@ private slots:
         QCOMPARE(t->at(4)->getDouble(10), 0.0);
         QCOMPARE(t->at(3)->getDouble(7), 10.0);
 
-        page.grid()->KeepFirstRows(30); // 5 rows: nothing to remove
+        // 5 rows: nothing to remove, but the list is recalculated and the step recorded.
+        const int steps = undo()->undoStack()->count();
+        t->at(0)->setValue(10, 1.0); // a stale amount, outside any record
+        page.grid()->KeepFirstRows(30);
         QCOMPARE(t->count(), 5);
+        QCOMPARE(t->at(0)->getDouble(10), 10.0);
+        QCOMPARE(undo()->undoStack()->count(), steps + 1);
+        QCOMPARE(undo()->undoStack()->undoText(), QString("保留前30行,其余删除"));
         page.grid()->KeepFirstRows(3);
         QCOMPARE(t->count(), 3);
         QCOMPARE(undo()->undoStack()->undoText(), QString("保留前30行,其余删除"));
@@ -244,6 +258,76 @@ private slots:
         page.grid()->ClearAllRows();
         QCOMPARE(t->count(), 1);
         QVERIFY(ZbrClGzfQdBusiness::CheckIsEmptyRow(t->at(0)));
+    }
+
+    // What the page shows around the grid: the ribbon's delete entry with its key, the
+    // three-line colour legend, the audit grid's focused row, and no editor left open when
+    // the page is hidden.
+    void pageFurniture()
+    {
+        TestProject p;
+        ZbrClGzfQdTable* t = list(p);
+        for (int i = 0; i < 40; ++i)
+            material(t, i + 1, QString("材料%1").arg(i), 10, i + 1);
+        TestProject::row(t, 2, {{3, "合计"}, {10, 8200.0}});
+        Page page(p);
+
+        // The total row is the footer: out of the scrolled rows, in a strip under them that
+        // stays where it is while the rows scroll.
+        zTableView* grid = page.grid()->view();
+        QCOMPARE(grid->footerRow(), 40);
+        QVERIFY(grid->isRowHidden(40));
+        page.widget.resize(600, 300);
+        page.widget.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&page.widget));
+        QTableView* footer = grid->footerView();
+        QVERIFY(footer && footer->isVisible());
+        const QRect rows = grid->viewport()->geometry();
+        QCOMPARE(footer->geometry().top(), rows.bottom() + 1);
+        QCOMPARE(footer->indexAt(QPoint(5, 5)).row(), 40);
+        grid->verticalScrollBar()->setValue(grid->verticalScrollBar()->maximum());
+        QCOMPARE(footer->geometry().top(), rows.bottom() + 1);
+        QCOMPARE(footer->indexAt(QPoint(5, 5)).row(), 40);
+        page.widget.hide();
+
+        QMenu* del = page.grid()->ribbonMenu("招投标-删除行");
+        QVERIFY(del);
+        QCOMPARE(del->actions().first()->text(), QString("删除当前行/块"));
+        QCOMPARE(del->actions().first()->shortcut(), QKeySequence(Qt::Key_Delete));
+
+        auto* legend = page.grid()->findChild<QLabel*>("legend");
+        QVERIFY(legend);
+        QTextDocument doc;
+        doc.setHtml(legend->text());
+        QCOMPARE(doc.toPlainText().split('\n'),
+                 QStringList({"说明：颜色配置方案：", "背景表示各单位工程暂估属性设置不一致",
+                              "前景表示各单位工程调价不一致", "背景表示各单位工程产地等不一致"}));
+
+        // The audit grid's focused row takes the skin's "SelectedRowTextColor".
+        ZbrClGzfQdSsModel audit;
+        zTableView auditView;
+        auditView.LoadTableHeader("招标人材料购置费清单");
+        auditView.setModel(&audit);
+        audit.setTableSource(p.current, t);
+        QAbstractItemModelTester tester(&audit,
+                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
+        const QVariant plain = audit.data(audit.index(1, 1), Qt::ForegroundRole);
+        audit.setFocusedRow(1);
+        const QColor focused =
+            SkinManager::getInstance()->getVXColor("SelectedRowTextColor", QColor(0, 0, 255));
+        QCOMPARE(audit.data(audit.index(1, 1), Qt::ForegroundRole).value<QColor>(), focused);
+        QCOMPARE(audit.data(audit.index(0, 1), Qt::ForegroundRole), plain);
+
+        // Hiding the page commits and closes an open editor.
+        page.widget.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&page.widget));
+        zTableView* view = page.grid()->view();
+        const QModelIndex name = view->model()->index(0, view->columnOfField(3));
+        view->setCurrentIndex(name);
+        view->edit(name);
+        QVERIFY(view->isEditing());
+        page.widget.hide();
+        QVERIFY(!view->isEditing());
     }
 
     void clearingFiveRowsLeavesFourEmptyOnes()

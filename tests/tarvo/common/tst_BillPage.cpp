@@ -349,11 +349,17 @@ private slots:
                  QString("SimSun"));
         QCOMPARE(int(model->flags(cell(model, 5, 3))), 33); // total row
         QCOMPARE(int(model->flags(cell(model, 0, 3))), 35);
+        QVERIFY(!model->setData(cell(model, 5, 2), "合计行")); // the total row is never edited
         p.current->getTenderInventory()->getQtXmQdHzTable()->SetReadOnlyLocked(true);
         QCOMPARE(int(model->flags(cell(model, 0, 3))), 33);
+        // The model itself refuses a locked table, whoever writes (a paste, a delegate).
+        QVERIFY(!model->setData(cell(model, 0, 3), "1"));
+        QCOMPARE(p.current->getTenderInventory()->getQtXmQdHzTable()->at(0)->getDouble(3), 50000.0);
         p.current->getTenderInventory()->getQtXmQdHzTable()->SetReadOnlyLocked(false);
         p.project->SetDqdZdSd(true);
         QCOMPARE(int(model->flags(cell(model, 0, 3))), 33);
+        QVERIFY(!model->setData(cell(model, 0, 2), "改名"));
+        QCOMPARE(undo()->undoStack()->count(), 0);
     }
 
     void rowMovesAreRecordedAndRefusedAtTheTotal()
@@ -364,9 +370,18 @@ private slots:
         load(page, p.unit);
         QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
         BaseDataItem* first = t->at(0);
-        page.sjWidget()->slotMouseMoveRows(0, 2, false); // still dragging
+        zTableView* view = page.sjWidget()->view();
+        page.sjWidget()->slotMouseMoveRows(0, 2, false); // still dragging: offered
         QCOMPARE(t->at(0), first);
+        QCOMPARE(view->moveTarget(), 2);
+        QVERIFY(view->moveAllowed());
+        QCOMPARE(view->viewport()->cursor().shape(), Qt::DragMoveCursor);
+        page.sjWidget()->slotMouseMoveRows(0, 5, false); // over the total row: refused
+        QCOMPARE(view->moveTarget(), 5);
+        QVERIFY(!view->moveAllowed());
+        QCOMPARE(view->viewport()->cursor().shape(), Qt::ForbiddenCursor);
         page.sjWidget()->slotMouseMoveRows(0, 5, true); // onto the total row
+        QCOMPARE(view->moveTarget(), -1);               // the drag is over
         QCOMPARE(t->at(0), first);
         QCOMPARE(undo()->undoStack()->count(), 0);
         page.sjWidget()->slotMouseMoveRows(0, 2, true);
@@ -408,7 +423,8 @@ private slots:
         load(page, p.unit);
         BillModel* model = page.sjWidget()->model();
         BusinessFaultInjection::setFault([] { throw std::runtime_error("数据库连接已断开"); });
-        QVERIFY(model->setData(cell(model, 0, 3), "1"));
+        QVERIFY(!model->setData(cell(model, 0, 3), "1")); // failed: the view keeps the edit
+
         const QList<ExceptionReport> reports = RecentExceptionReports();
         QCOMPARE(reports.size(), 1);
         QCOMPARE(reports.first().tag, QString("QtXmQdModel::setData"));
@@ -416,9 +432,9 @@ private slots:
         QCOMPARE(reports.first().what, QString("数据库连接已断开"));
         // The record was closed and the page still works.
         BusinessFaultInjection::setFault([] { throw "C string"; });
-        QVERIFY(model->setData(cell(model, 0, 3), "2"));
+        QVERIFY(!model->setData(cell(model, 0, 3), "2"));
         BusinessFaultInjection::setFault([] { throw 42; });
-        QVERIFY(model->setData(cell(model, 0, 3), "3"));
+        QVERIFY(!model->setData(cell(model, 0, 3), "3"));
         QCOMPARE(RecentExceptionReports().at(1).what, QString("C string"));
         QCOMPARE(RecentExceptionReports().at(2).what, QString("未知异常"));
         QVERIFY(model->setData(cell(model, 0, 3), "70000"));

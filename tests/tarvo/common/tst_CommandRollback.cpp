@@ -1,6 +1,11 @@
 #include "ModelTesters.h"
 #include "TestProject.h"
 
+#include "GfQd/GfQdSjWidget.h"
+#include "GfQd/GfQdWidget.h"
+#include "LxGzXmQd/LxGzXmQdSjWidget.h"
+#include "LxGzXmQd/LxGzXmQdWidget.h"
+#include "QtXmQd/QtXmQdSjWidget.h"
 #include "QtXmQd/QtXmQdWidget.h"
 #include "ZbrClGzfQd/ZbrClGzfQdModel.h"
 #include "common/MaterialGridServiceOf.h"
@@ -97,6 +102,20 @@ protected:
         return works->getTenderInventory()->getZbrClGzfQdTable();
     }
 };
+
+// Every field a row of the other lists holds, with its kind.
+using ListSnapshot = QList<QPair<BaseDataItem*, QVariantList>>;
+ListSnapshot listSnapshot(const GeneralTableBase* table)
+{
+    ListSnapshot rows;
+    for (BaseDataItem* item : table->items()) {
+        QVariantList values{item->getKind()};
+        for (int field = 0; field <= 12; ++field)
+            values << item->getValue(field);
+        rows.append({item, values});
+    }
+    return rows;
+}
 
 // What a row holds, to compare a table before and after a failed command.
 using Snapshot = QList<QPair<BaseDataItem*, QVariantList>>;
@@ -241,6 +260,131 @@ private slots:
         QVERIFY(undo()->Undo());
         QVERIFY(undo()->Undo());
         QVERIFY(!t->at(0)->getValue(15).isValid());
+    }
+
+    // The other lists' commands, each failing after it changed rows: the list, its unit
+    // project's variables and the undo stack are as before, the failure is reported with the
+    // command's tag, and the page goes on.
+    void otherListsCommandsRollBack_data()
+    {
+        QTest::addColumn<QString>("page");
+        QTest::addColumn<QString>("command");
+        for (const char* command :
+             {"InsertRow", "DeleteCurrentRow", "ClearAllRows", "template", "move", "setData"})
+            for (const char* page : {"QtXmQd", "GfQd", "LxGzXmQd"})
+                QTest::newRow(qPrintable(QStringLiteral("%1 %2").arg(page, command)))
+                    << page << command;
+        QTest::newRow("QtXmQd slotAcSetToCalculation") << "QtXmQd"
+                                                       << "slotAcSetToCalculation";
+        QTest::newRow("QtXmQd slotAcSetToSubTotal") << "QtXmQd"
+                                                    << "slotAcSetToSubTotal";
+        QTest::newRow("QtXmQd slotAcExtractSporadicWorkItemFees")
+            << "QtXmQd"
+            << "slotAcExtractSporadicWorkItemFees";
+        QTest::newRow("LxGzXmQd slotSelectSporadicItem") << "LxGzXmQd"
+                                                         << "slotSelectSporadicItem";
+    }
+
+    void otherListsCommandsRollBack()
+    {
+        QFETCH(QString, page);
+        QFETCH(QString, command);
+        TestProject p;
+        TenderInventory* inventory = p.current->getTenderInventory();
+        // Daywork rows feed the other items' daywork line, so extracting changes something.
+        LxGzXmRgDjQdTable* daywork = inventory->getLxGzXmRgDjQdTable();
+        TestProject::row(daywork, 1, {{1, "一"}, {2, "人工"}});
+        TestProject::row(daywork, 0, {{1, "1"}, {2, "普工"}, {3, "工日"}, {4, 120.0}, {6, 10.0}});
+        TestProject::row(daywork, 0, {{1, "2"}, {2, "技工"}, {3, "工日"}, {4, 180.0}, {6, 5.0}});
+        QtXmQdHzTable* others = inventory->getQtXmQdHzTable();
+        TestProject::row(others, 0, {{1, "1"}, {2, "暂列金额"}, {3, 50000.0}});
+        TestProject::row(others, 0, {{1, "2"}, {2, "计日工"}, {3, 0.0}});
+        TestProject::row(others, 1, {});
+        TestProject::row(others, 4, {{2, "合计"}, {3, 50000.0}});
+        GfSjQdTable* fees = inventory->getGfSjQdTable();
+        TestProject::row(fees, 0, {{1, "1"}, {2, "规费"}, {4, 3.41}});
+        TestProject::row(fees, 0, {{1, "2"}, {2, "税金"}, {4, 9.0}});
+        TestProject::row(fees, 0, {{1, "3"}, {2, "环境保护税"}, {4, 0.1}});
+
+        std::unique_ptr<BillPageWidget> widget;
+        if (page == "QtXmQd")
+            widget = std::make_unique<QtXmQdWidget>();
+        else if (page == "GfQd")
+            widget = std::make_unique<GfQdWidget>();
+        else
+            widget = std::make_unique<LxGzXmQdWidget>();
+        QVariant node = QVariant::fromValue(p.unit);
+        widget->ProcMsg(MsgId::NodeClicked, &node);
+        attachModelTesters(widget.get());
+        BillSjWidget* grid = widget->sjWidget();
+        GeneralTableBase* t = grid->table();
+        grid->view()->setCurrentIndex(grid->model()->index(1, 1));
+        grid->view()->selectionModel()->select(grid->model()->index(2, 1),
+                                               QItemSelectionModel::Select);
+        const ListSnapshot before = listSnapshot(t);
+        const QVariant total = p.current->getXtBl(2);
+        const int steps = undo()->undoStack()->count();
+
+        BusinessFaultInjection::setFault([] { throw std::runtime_error("磁盘已满"); });
+        auto* others_ = qobject_cast<QtXmQdSjWidget*>(grid);
+        auto* fees_ = qobject_cast<GfQdSjWidget*>(grid);
+        auto* daywork_ = qobject_cast<LxGzXmQdSjWidget*>(grid);
+        InteractionSeam::pushAnswer(int(fees_ ? QMessageBox::Ok : QMessageBox::Yes));
+        QString tag = command;
+        if (command == "InsertRow") {
+            others_ ? others_->InsertRow() : fees_ ? fees_->InsertRow() : daywork_->InsertRow();
+        } else if (command == "DeleteCurrentRow") {
+            others_ ? others_->DeleteCurrentRow("删除当前行")
+            : fees_ ? fees_->DeleteCurrentRow("删除当前行")
+                    : daywork_->DeleteCurrentRow("删除当前行");
+        } else if (command == "ClearAllRows") {
+            others_ ? others_->ClearAllRows()
+            : fees_ ? fees_->ClearAllRows()
+                    : daywork_->ClearAllRows();
+        } else if (command == "template") {
+            if (others_) {
+                others_->CurQtXmQdTemplateChanged("2015定额其他项目清单");
+                tag = "CurQtXmQdTemplateChanged";
+            } else if (fees_) {
+                fees_->CurGfSjTamplateChanged("规费税金清单");
+                tag = "CurGfSjTamplateChanged";
+            } else {
+                daywork_->CurSporadicWorksTempChanged("零星工作项目人工单价清单模板");
+                tag = "CurSporadicWorksTempChanged";
+            }
+        } else if (command == "move") {
+            grid->slotMouseMoveRows(0, 1, true);
+            tag = "slotMouseMoveRows";
+        } else if (command == "setData") {
+            grid->model()->setData(grid->model()->index(1, 1), "改过的");
+        } else if (command == "slotAcSetToCalculation") {
+            others_->slotAcSetToCalculation();
+        } else if (command == "slotAcSetToSubTotal") {
+            others_->slotAcSetToSubTotal();
+        } else if (command == "slotAcExtractSporadicWorkItemFees") {
+            others_->slotAcExtractSporadicWorkItemFees();
+        } else if (command == "slotSelectSporadicItem") {
+            daywork_->slotSelectSporadicItem(200.0);
+        }
+        BusinessFaultInjection::clear();
+        QCOMPARE(listSnapshot(t), before);
+        QCOMPARE(p.current->getXtBl(2), total);
+        QCOMPARE(undo()->undoStack()->count(), steps);
+        QVERIFY(!undo()->IsRecording());
+        QCOMPARE(RecentExceptionReports().size(), 1);
+        const QString modelTag = QString::fromLatin1(grid->model()->metaObject()->className()) +
+                                 QStringLiteral("::setData");
+        QCOMPARE(RecentExceptionReports().first().tag,
+                 command == "setData" ? modelTag
+                                      : QString::fromLatin1(grid->metaObject()->className()) +
+                                            QStringLiteral("::") + tag);
+        QCOMPARE(grid->model()->rowCount(), t->count());
+
+        // The page goes on: the same list takes an insert as one step.
+        grid->view()->setCurrentIndex(grid->model()->index(0, 1));
+        others_ ? others_->InsertRow() : fees_ ? fees_->InsertRow() : daywork_->InsertRow();
+        QCOMPARE(undo()->undoStack()->count(), steps + 1);
+        QCOMPARE(t->count(), before.size() + 1);
     }
 
     // The other items page's commands go through the same scope.

@@ -37,12 +37,11 @@ private:
         return false;
     }
 
-    // Folders whose entry points this scan keeps. common/ and ZbrClGzfQd/ are kept by the
-    // grid-command helper that guards their commands as a whole; until it covers them they
-    // are left out here.
+    // Folders whose entry points this scan keeps: all of the module.
     static QStringList scannedFolders()
     {
-        return {"module", "QtXmQd", "LxGzXmQd", "GfQd", "ZgClQd", "SjCqXPsClQd"};
+        return {"module",   "common", "QtXmQd", "ZbrClGzfQd",
+                "LxGzXmQd", "GfQd",   "ZgClQd", "SjCqXPsClQd"};
     }
 
     QList<Function> m_functions;
@@ -90,6 +89,31 @@ private slots:
                 missing << f.file + ": " + f.cls + "::" + f.name;
         }
         QVERIFY2(missing.isEmpty(), qPrintable("unguarded: " + missing.join(", ")));
+    }
+
+    // A function named slot... is a Qt slot: declared in a slots section, so the host and the
+    // ribbon can reach it by name.
+    void slotsAreDeclaredAsSlots()
+    {
+        const QString root = QStringLiteral(TARVO_SOURCE_DIR "/tarvo/");
+        QDirIterator it(root, {"*.h"}, QDir::Files, QDirIterator::Subdirectories);
+        static const QRegularExpression section(
+            R"(^\s*(public|protected|private)( slots|Q_SLOTS)?:)");
+        static const QRegularExpression slot(R"(^\s*(virtual )?void (slot\w+)\()");
+        QStringList misplaced;
+        while (it.hasNext()) {
+            QFile file(it.next());
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            bool inSlots = false;
+            for (const QString& line : QString::fromUtf8(file.readAll()).split('\n')) {
+                if (const QRegularExpressionMatch m = section.match(line); m.hasMatch())
+                    inSlots = m.capturedLength(2) > 0;
+                else if (const QRegularExpressionMatch s = slot.match(line);
+                         s.hasMatch() && !inSlots)
+                    misplaced << file.fileName().mid(root.size()) + ": " + s.captured(2);
+            }
+        }
+        QVERIFY2(misplaced.isEmpty(), qPrintable("not slots: " + misplaced.join(", ")));
     }
 
     void connectedLambdasRunUnderTheGuard()
