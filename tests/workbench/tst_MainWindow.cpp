@@ -322,6 +322,7 @@ private slots:
         QVERIFY(window.loadModule(ModuleHost::defaultLibraryPath()));
         const QString file = m_dir.filePath("title.tarvo");
         QVERIFY(window.openProject(MainWindow::samplePath()));
+        window.show();
         QVERIFY(window.saveAs(file));
         QVERIFY(!window.windowTitle().endsWith(" *"));
         QTableView* grid = currentGrid(window);
