@@ -6,6 +6,7 @@
 #include <QString>
 
 class QProgressDialog;
+class QWidget;
 
 // The host's progress bar for long operations on the GUI thread. Without a display or
 // under the test seam it only records its title, text and values.
@@ -25,7 +26,7 @@ public:
     void setFixedHeight(int height);
     int fixedHeight() const { return m_height; }
     // The window the bar stands over: the parent given at construction when it is a widget.
-    class QWidget* ownerWindow() const { return m_owner; }
+    QWidget* ownerWindow() const { return m_owner; }
     // Shows the bar at once and lets it paint before the caller's long work starts.
     void show();
     void setValue(int value) override;

@@ -129,9 +129,10 @@ void BillPageWidget::arrangeComparison()
         m_sjTitle = new QLabel(m_sj);
         m_sjTitle->setObjectName(QStringLiteral("sjTitle"));
         m_sjTitle->setTextFormat(Qt::RichText);
-        m_sjTitle->setText(QStringLiteral("当前版本　<span style=\"background:%1\">　　</span> "
-                                          "与送审版本不同的行")
-                               .arg(colour.name()));
+        m_sjTitle->setText(
+            QStringLiteral("当前版本　<span style=\"background-color:%1\">　　</span> "
+                           "与送审版本不同的行")
+                .arg(colour.name()));
         m_sjTitle->setStyleSheet(
             QStringLiteral("QLabel { background: #e8f1fb; padding: 3px 6px; color: #1d4f80; }"));
         grid->removeWidget(m_sj->view());
@@ -143,6 +144,9 @@ void BillPageWidget::arrangeComparison()
     if (m_sjTitle)
         m_sjTitle->setVisible(comparing);
     if (splitter) {
+        // Side by side the two grids share what the window gains; alone the holder keeps 200.
+        splitter->setStretchFactor(0, comparing ? 1 : 0);
+        splitter->setStretchFactor(1, 1);
         const int width = qMax(splitter->width(), 400);
         splitter->setSizes(comparing ? QList<int>{width / 2, width - width / 2}
                                      : QList<int>{200, width - 200});

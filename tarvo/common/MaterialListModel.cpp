@@ -71,7 +71,7 @@ QVariant MaterialListModel::data(const QModelIndex& index, int role) const
             const double value = text.toDouble(&ok);
             if (ok && std::fabs(value) < 1e-6)
                 return QString();
-            return role == Qt::DisplayRole ? numberText(value, numberKind(field)) : text;
+            return role == Qt::DisplayRole && ok ? numberText(value, numberKind(field)) : text;
         }
         return item->getValueStr(field);
     case Qt::FontRole:

@@ -43,6 +43,15 @@ class tst_MainWindow : public QObject
 private:
     QTemporaryDir m_dir;
 
+    // Shows a page as the host does (message 49); its ribbon's template box, if it has one.
+    static QComboBox* showPage(MainWindow& window, const char* page)
+    {
+        window.moduleHost()->send(
+            49, QVariant::fromValue(MsgExplain::ToChangeActivePageInfo{QString(page)}));
+        QWidget* box = window.ribbon()->itemWidget("模板选择");
+        return box ? box->findChild<QComboBox*>() : nullptr;
+    }
+
     static QTableView* currentGrid(MainWindow& window)
     {
         auto* tabs = window.moduleHost()->container()->findChild<zProTabWidget*>();
@@ -188,9 +197,8 @@ private slots:
         QVERIFY(window.loadModule(ModuleHost::defaultLibraryPath()));
         QVERIFY(window.openProject(MainWindow::samplePath()));
         window.show();
-        auto showPage = [&](const char* page) {
-            window.moduleHost()->send(
-                49, QVariant::fromValue(MsgExplain::ToChangeActivePageInfo{QString(page)}));
+        auto show = [&](const char* page) {
+            showPage(window, page);
             QCOMPARE(window.ribbon()->config().page, QString(page));
         };
 
@@ -204,23 +212,23 @@ private slots:
         QVERIFY(insert->isEnabled());
 
         // The materials page puts its own menus on its drop-downs; they stay its own.
-        showPage("招标人材料购置费清单");
+        show("招标人材料购置费清单");
         auto* del = qobject_cast<QToolButton*>(window.ribbon()->itemWidget("招投标-删除行"));
         QVERIFY(del && del->menu());
         QCOMPARE(del->menu()->actions().first()->text(), QString("删除当前行/块"));
         QMenu* pageMenu = del->menu();
         QVERIFY(window.ribbon()->itemWidget("插入行")->isEnabled());
-        showPage("暂估材料(工程设备)清单");
+        show("暂估材料(工程设备)清单");
         del = qobject_cast<QToolButton*>(window.ribbon()->itemWidget("招投标-删除行"));
         QVERIFY(del->menu() != pageMenu);
         QCOMPARE(del->menu()->actions().size(), 2);
-        showPage("其他项目清单");
+        show("其他项目清单");
         QVERIFY(!qobject_cast<QToolButton*>(window.ribbon()->itemWidget("招投标-删除行"))->menu());
         // The ribbon keeps one height on every page: the window never jumps.
         QSet<int> heights;
         for (const char* page : {"其他项目清单", "招标人材料购置费清单", "零星工作项目人工单价清单",
                                  "规费税金清单", "需评审的材料清单", "暂估材料(工程设备)清单"}) {
-            showPage(page);
+            show(page);
             QApplication::processEvents();
             heights.insert(window.ribbon()->height());
             QVERIFY2(window.ribbon()->sizeHint().height() <= window.ribbon()->height(), page);
@@ -287,26 +295,25 @@ private slots:
         QVERIFY(window.loadModule(ModuleHost::defaultLibraryPath()));
         QVERIFY(window.openProject(MainWindow::samplePath()));
         window.show();
-        auto showPage = [&](const char* page) {
-            window.moduleHost()->send(
-                49, QVariant::fromValue(MsgExplain::ToChangeActivePageInfo{QString(page)}));
-            return window.ribbon()->itemWidget("模板选择")->findChild<QComboBox*>();
-        };
-        QCOMPARE(showPage("其他项目清单")->currentText(), QString("2020定额其他项目清单"));
-        QCOMPARE(showPage("零星工作项目人工单价清单")->currentText(),
+        QCOMPARE(showPage(window, "其他项目清单")->currentText(), QString("2020定额其他项目清单"));
+        QCOMPARE(showPage(window, "零星工作项目人工单价清单")->currentText(),
                  QString("2020定额零星工作项目人工单价清单模板"));
-        QCOMPARE(showPage("规费税金清单")->currentText(), QString("2020定额规费税金清单-一般计税"));
+        QCOMPARE(showPage(window, "规费税金清单")->currentText(),
+                 QString("2020定额规费税金清单-一般计税"));
         emit window.ribbon()->comboChanged("模板选择", "2015定额规费税金清单-简易计税");
-        showPage("其他项目清单");
-        QCOMPARE(showPage("规费税金清单")->currentText(), QString("2015定额规费税金清单-简易计税"));
+        showPage(window, "其他项目清单");
+        QCOMPARE(showPage(window, "规费税金清单")->currentText(),
+                 QString("2015定额规费税金清单-简易计税"));
 
         const QString file = m_dir.filePath("template.tarvo");
         QVERIFY(window.saveAs(file));
         QVERIFY(window.openProject(file));
-        QCOMPARE(showPage("规费税金清单")->currentText(), QString("2015定额规费税金清单-简易计税"));
+        QCOMPARE(showPage(window, "规费税金清单")->currentText(),
+                 QString("2015定额规费税金清单-简易计税"));
         // The second unit project keeps its own.
         window.selectNode(window.project()->unitProjectNodes().at(1));
-        QCOMPARE(showPage("规费税金清单")->currentText(), QString("2020定额规费税金清单-简易计税"));
+        QCOMPARE(showPage(window, "规费税金清单")->currentText(),
+                 QString("2020定额规费税金清单-简易计税"));
     }
 
     void titleMarkFollowsTheSavedState()
@@ -315,6 +322,7 @@ private slots:
         QVERIFY(window.loadModule(ModuleHost::defaultLibraryPath()));
         const QString file = m_dir.filePath("title.tarvo");
         QVERIFY(window.openProject(MainWindow::samplePath()));
+        window.show();
         QVERIFY(window.saveAs(file));
         QVERIFY(!window.windowTitle().endsWith(" *"));
         QTableView* grid = currentGrid(window);
