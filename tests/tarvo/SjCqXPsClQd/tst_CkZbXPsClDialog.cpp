@@ -4,9 +4,9 @@
 #include "SjCqXPsClQd/PopupDialog/CkZbXPsClModel.h"
 #include "common/RowsCountInputDialog.h"
 
+#include "EvaluatedMaterialImport.h"
 #include "InteractionSeam.h"
 #include "LibXLExcel.h"
-#include "LibXLExcelSheet.h"
 #include "ProcExceptionNew.h"
 #include "SjCqXPsClTable.h"
 #include "TenderXmlWriter.h"
@@ -187,24 +187,20 @@ private slots:
         dialog.slotExportBtnClicked();
         QCOMPARE(InteractionSeam::lastShown().text, QString("导出完毕！"));
 
-        // Read back by header name: each record as it went in.
+        // Read back as the workbook import reads it: each record as it went in.
         LibXLExcel book;
         QVERIFY2(book.Open(path), qPrintable(book.ErrorMessage()));
-        LibXLExcelSheet* sheet = book.GetSheet(0);
-        QStringList header;
-        for (int c = 0; c < CkZbXPsClModel::eColumnCount; ++c)
-            header << sheet->GetCellText(1, c);
-        QCOMPARE(header, QStringList({"序号", "招标编码", "材料名称", "规格型号", "单位", "产地",
-                                      "厂家", "品种", "质量档次", "备注"}));
-        QVector<TenderEvaluatedMaterial> back;
-        for (int r = 2; r < sheet->RowCount(); ++r) {
-            TenderEvaluatedMaterial m;
-            QString* targets[] = {&m.serial, &m.code,         &m.name,    &m.spec,  &m.unit,
-                                  &m.origin, &m.manufacturer, &m.variety, &m.grade, &m.remark};
-            for (int c = 0; c < CkZbXPsClModel::eColumnCount; ++c)
-                *targets[c] = sheet->GetCellText(r, c);
-            back << m;
-        }
+        const EvaluatedMaterialImport import(*book.GetSheet(0));
+        const EvaluatedMaterialImport::Layout layout = import.findLayout();
+        QCOMPARE(layout.headerRow, 1);
+        QCOMPARE(layout.fields.mid(0, 10), QVector<int>({0, 1, 2, 3, 4, 5, 6, 7, 8, 9}));
+        const EvaluatedMaterialImport::Identification found =
+            import.identify(layout.fields, layout.firstDataRow);
+        QVector<int> rows;
+        for (int r = 0; r < found.kinds.size(); ++r)
+            if (found.kinds.at(r) == EvaluatedMaterialImport::MaterialRow)
+                rows << r;
+        const QVector<TenderEvaluatedMaterial> back = import.records(layout.fields, rows);
         QCOMPARE(back.size(), 3);
         for (int i = 0; i < back.size(); ++i)
             QCOMPARE(fields(back.at(i)), fields(sample().at(i)));
