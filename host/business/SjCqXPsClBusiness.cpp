@@ -1,6 +1,7 @@
 #include "SjCqXPsClBusiness.h"
 
 #include "MaterialGridRules.h"
+#include "MaterialListMarks.h"
 #include "ProgressSink.h"
 
 #include "ProjectWorks.h"
@@ -37,10 +38,7 @@ void update(BaseDataItem* item, int field, const QVariant& value)
         item->setValue(field, value);
 }
 
-bool isMaterialRow(const BaseDataItem* item)
-{
-    return item->getKind() == SjCqXPsClBusiness::Material && !TableOps::isBlank(item);
-}
+using MaterialListMarks::isMaterialRow;
 
 int inconsistency(const BaseDataItem* item)
 {
@@ -342,66 +340,36 @@ void SjCqXPsClBusiness::UpdateSjCqXPsClSLAndTJ(ConstructionWorks* works, Progres
 
 int SjCqXPsClBusiness::GetTjByzClCount(ConstructionWorks* works)
 {
-    int count = 0;
-    if (SjCqXPsClTable* table = listOf(works))
-        for (const BaseDataItem* item : table->items())
-            count += item->getKind() == Material && (inconsistency(item) & PriceDiffers) ? 1 : 0;
-    return count;
+    return MaterialListMarks::countWithBit(listOf(works), InconsistencyField, PriceDiffers);
 }
 
 int SjCqXPsClBusiness::GetBCzDyClCount(ConstructionWorks* works)
 {
-    int count = 0;
-    if (SjCqXPsClTable* table = listOf(works))
-        for (const BaseDataItem* item : table->items())
-            count += item->getValue(QuestionMarkField).toBool() ? 1 : 0;
-    return count;
+    return MaterialListMarks::countMarked(listOf(works), QuestionMarkField);
 }
 
 void SjCqXPsClBusiness::SetTjByzClBlock(ConstructionWorks* works)
 {
-    if (SjCqXPsClTable* table = listOf(works))
-        for (BaseDataItem* item : table->items()) {
-            const bool inBlock =
-                item->getKind() == Material && (inconsistency(item) & PriceDiffers);
-            if (item->IsBlock() != inBlock)
-                item->SetBlock(inBlock);
-        }
+    MaterialListMarks::blockWithBit(listOf(works), InconsistencyField, PriceDiffers);
 }
 
 void SjCqXPsClBusiness::ClearBCzDyClBj(ConstructionWorks* works)
 {
-    if (SjCqXPsClTable* table = listOf(works))
-        for (BaseDataItem* item : table->items())
-            if (item->getValue(QuestionMarkField).toBool())
-                item->setValue(QuestionMarkField, false);
+    MaterialListMarks::clearMarks(listOf(works), QuestionMarkField);
 }
 
 void SjCqXPsClBusiness::RegenerateSjCqXPsClXH(ConstructionWorks* works)
 {
-    SjCqXPsClTable* table = listOf(works);
-    if (!table)
-        return;
-    int serial = 0;
-    for (BaseDataItem* item : table->items())
-        if (isMaterialRow(item))
-            update(item, 1, ++serial);
+    MaterialListMarks::numberMaterialRows(listOf(works));
 }
 
 void SjCqXPsClBusiness::RegenerateSjCqXPsClTableBM(ConstructionWorks* works, const QString& prefix,
                                                    int start, int digits)
 {
-    SjCqXPsClTable* table = listOf(works);
-    if (!table)
-        return;
     BusinessFaultInjection::check();
-    digits = qBound(0, digits, 32);
-    qint64 number = start;
-    for (BaseDataItem* item : table->items())
-        if (isMaterialRow(item))
-            update(
-                item, 2,
-                QString(prefix + QStringLiteral("%1").arg(number++, digits, 10, QLatin1Char('0'))));
+    // The codes stay in the list: the unit projects' code field is the provisional list's.
+    MaterialListMarks::codeMaterialRows(listOf(works), prefix, start, digits,
+                                        [](BaseDataItem*, const QString&) {});
 }
 
 bool SjCqXPsClBusiness::RegenerateSjCqXPsClXHByZbQd(ConstructionWorks* works)

@@ -200,39 +200,40 @@ void SjCqXPsClSjWidget::reportInconsistencies()
         SjCqXPsClBusiness::SetTjByzClBlock(works());
 }
 
-void SjCqXPsClSjWidget::appendMaterials(const char* function, const QString& label,
-                                        const QString& progressText,
+void SjCqXPsClSjWidget::gatherAndReport(const QString& progressText,
                                         void (*operation)(ConstructionWorks*, ProgressSink*))
 {
-    runCommand(function, label, OperationKind::Summary, [&] {
-        rebuildShowingFormerRows(progressText, [&](VXProgressBar& progress) {
-            progress.show();
-            operation(works(), &progress);
-            progress.finish();
-        });
-        reportInconsistencies();
+    rebuildShowingFormerRows(progressText, [&](VXProgressBar& progress) {
+        progress.show();
+        operation(works(), &progress);
+        progress.finish();
     });
+    reportInconsistencies();
 }
 
 void SjCqXPsClSjWidget::slotAcZjZgCl()
 {
-    appendMaterials("slotAcZjZgCl", QStringLiteral("追加工程所有暂估材料"),
-                    QStringLiteral("正在追加工程所有暂估材料，请等待"),
-                    &SjCqXPsClBusiness::ZjGcZgjCl);
+    runCommand("slotAcZjZgCl", QStringLiteral("追加工程所有暂估材料"), OperationKind::Summary, [&] {
+        gatherAndReport(QStringLiteral("正在追加工程所有暂估材料，请等待"),
+                        &SjCqXPsClBusiness::ZjGcZgjCl);
+    });
 }
 
 void SjCqXPsClSjWidget::slotAcZjJgCl()
 {
-    appendMaterials("slotAcZjJgCl", QStringLiteral("追加工程所有甲供材料"),
-                    QStringLiteral("正在追加工程所有甲供材料，请等待"),
-                    &SjCqXPsClBusiness::ZjGcJgCl);
+    runCommand("slotAcZjJgCl", QStringLiteral("追加工程所有甲供材料"), OperationKind::Summary, [&] {
+        gatherAndReport(QStringLiteral("正在追加工程所有甲供材料，请等待"),
+                        &SjCqXPsClBusiness::ZjGcJgCl);
+    });
 }
 
 void SjCqXPsClSjWidget::slotAcSxXPsCl()
 {
-    appendMaterials("slotAcSxXPsCl", QStringLiteral("刷新材料价格、数量、金额"),
-                    QStringLiteral("正在刷新材料价格、数量、金额，请等待"),
-                    &SjCqXPsClBusiness::UpdateSjCqXPsClSLAndTJ);
+    runCommand("slotAcSxXPsCl", QStringLiteral("刷新材料价格、数量、金额"), OperationKind::Summary,
+               [&] {
+                   gatherAndReport(QStringLiteral("正在刷新材料价格、数量、金额，请等待"),
+                                   &SjCqXPsClBusiness::UpdateSjCqXPsClSLAndTJ);
+               });
 }
 
 void SjCqXPsClSjWidget::slotAcQcWh()

@@ -62,8 +62,9 @@ protected:
 
 private:
     SjCqXPsClTable* list() const;
-    // The appending commands: the host's operation under its progress text, then the report.
-    void appendMaterials(const char* function, const QString& label, const QString& progressText,
+    // Appending and refreshing: the host's operation under its progress text while the grid
+    // shows the former rows, then the report. Runs inside the caller's command.
+    void gatherAndReport(const QString& progressText,
                          void (*operation)(ConstructionWorks*, ProgressSink*));
     // The refresh report of the unit projects' disagreements, and the block of differing prices.
     void reportInconsistencies();

@@ -59,7 +59,7 @@ CkZbXPsClDialog::CkZbXPsClDialog(ConstructionWorks* works, QWidget* parent)
     m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_view->verticalHeader()->setDefaultSectionSize(qRound(24 * ratio));
-    const int widths[] = {50, 110, 180, 150, 60, 90, 110, 80, 80, 120};
+    const int widths[] = {50, 110, 160, 130, 60, 90, 100, 80, 80, 100};
     for (int c = 0; c < CkZbXPsClModel::eColumnCount; ++c)
         m_view->setColumnWidth(c, qRound(widths[c] * ratio));
 
