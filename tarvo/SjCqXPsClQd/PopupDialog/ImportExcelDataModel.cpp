@@ -1,5 +1,7 @@
 #include "ImportExcelDataModel.h"
 
+#include "TarvoGuard.h"
+
 #include "LibXLExcelSheet.h"
 
 #include <QBrush>
@@ -131,15 +133,20 @@ QVariant ImportExcelDataModel::data(const QModelIndex& index, int role) const
 
 bool ImportExcelDataModel::setData(const QModelIndex& index, const QVariant& value, int role)
 {
-    if (!index.isValid() || index.column() != 0 ||
-        (role != Qt::CheckStateRole && role != IsSelectedRole))
-        return false;
-    const int row = index.row();
-    if (m_kinds.at(row) != Import::MaterialRow)
-        return false;
-    m_selected[row] = value.toInt() == Qt::Checked;
-    emit dataChanged(index, index);
-    return true;
+    bool changed = false;
+    TARVO_GUARD("SjCqXPsClQd\\PopupDialog\\ImportExcelDataModel", "ImportExcelDataModel::setData")
+    {
+        if (!index.isValid() || index.column() != 0 ||
+            (role != Qt::CheckStateRole && role != IsSelectedRole))
+            return;
+        const int row = index.row();
+        if (m_kinds.at(row) != Import::MaterialRow)
+            return;
+        m_selected[row] = value.toInt() == Qt::Checked;
+        emit dataChanged(index, index);
+        changed = true;
+    };
+    return changed;
 }
 
 Qt::ItemFlags ImportExcelDataModel::flags(const QModelIndex& index) const
