@@ -2,6 +2,7 @@
 
 #include "SjCqXPsClQd/PopupDialog/CkZbXPsClDialog.h"
 #include "SjCqXPsClQd/PopupDialog/CkZbXPsClModel.h"
+#include "SjCqXPsClQd/PopupDialog/ImportExcelDataDialog.h"
 #include "common/RowsCountInputDialog.h"
 
 #include "EvaluatedMaterialImport.h"
@@ -205,7 +206,24 @@ private slots:
         for (int i = 0; i < back.size(); ++i)
             QCOMPARE(fields(back.at(i)), fields(sample().at(i)));
 
-        // And into the project again: the stored list is the same.
+        // And into the project again through "从Excel文件中载入": the stored list is the same.
+        dialog.storeMaterials({});
+        InteractionSeam::setModalHook([&](QDialog* d) {
+            auto* import = qobject_cast<ImportExcelDataDialog*>(d);
+            QVERIFY(import);
+            QVERIFY(import->openFile(path));
+            import->slotIdentifyLine();
+            import->slotAccept();
+        });
+        InteractionSeam::pushAnswer(int(QDialog::Accepted));
+        entry(dialog, "从Excel文件中载入")->trigger();
+        InteractionSeam::setModalHook(nullptr);
+        QCOMPARE(dialog.model()->rowCount(), 3);
+        for (int i = 0; i < 3; ++i)
+            QCOMPARE(fields(dialog.model()->materials().at(i)), fields(sample().at(i)));
+        QCOMPARE(p.project->GetGcZbXPsCl().size(), 3);
+
+        // And straight from the records.
         dialog.storeMaterials(back);
         QCOMPARE(dialog.model()->rowCount(), 3);
         for (int i = 0; i < 3; ++i)
