@@ -3,6 +3,10 @@
 //   tarvo-xl dump FILE [SHEET]      sheets, merged ranges and every cell with its display text
 //   tarvo-xl convert FROM TO        rewrites FROM's cells as strings into TO (.xls or .xlsx by
 //                                   TO's suffix), keeping column widths and row heights
+//   tarvo-xl materials FILE [SHEET] the evaluated-materials list as the import reads it: the
+//                                   header row, each column's field and the material rows,
+//                                   tab-separated in the list's column order
+#include "EvaluatedMaterialImport.h"
 #include "LibXLExcel.h"
 #include "LibXLExcelSheet.h"
 
@@ -150,6 +154,71 @@ int convert(const QString& from, const QString& to, QTextStream& err)
     return 0;
 }
 
+// One field per cell of a tab-separated line: tabs and line breaks inside become blanks.
+QString field(QString text)
+{
+    text.replace(QLatin1Char('\t'), QLatin1Char(' '));
+    text.replace(QLatin1Char('\r'), QLatin1Char(' '));
+    text.replace(QLatin1Char('\n'), QLatin1Char(' '));
+    return text;
+}
+
+int materials(const QString& path, const QString& only, QTextStream& out, QTextStream& err)
+{
+    LibXLExcel book;
+    if (!book.Open(path)) {
+        err << book.ErrorMessage() << Qt::endl;
+        return 1;
+    }
+    const LibXLExcelSheet* sheet = nullptr;
+    if (only.isEmpty()) {
+        sheet = book.GetSheet(EvaluatedMaterialImport::findListSheet(book));
+    } else {
+        for (const LibXLExcelSheet* candidate : book.GetSheets())
+            if (candidate->GetName() == only)
+                sheet = candidate;
+    }
+    if (!sheet) {
+        err << QFileInfo(path).fileName() << ": "
+            << (only.isEmpty() ? QStringLiteral("the workbook has no sheet")
+                               : QStringLiteral("no sheet named ") + quoted(only))
+            << Qt::endl;
+        return 1;
+    }
+    const EvaluatedMaterialImport import(*sheet);
+    const EvaluatedMaterialImport::Layout layout = import.findLayout();
+    out << "# sheet " << sheet->GetName() << Qt::endl;
+    out << "# header row ";
+    if (layout.headerRow < 0)
+        out << "none";
+    else if (layout.headerRows == 2)
+        out << layout.headerRow + 1 << '-' << layout.headerRow + 2;
+    else
+        out << layout.headerRow + 1;
+    out << Qt::endl;
+    for (int col = 0; col < layout.fields.size(); ++col) {
+        const QString name = EvaluatedMaterialImport::fieldName(layout.fields.at(col));
+        out << "# column " << columnName(col) << ' '
+            << (name.isEmpty() ? QStringLiteral("-") : name) << Qt::endl;
+    }
+    const EvaluatedMaterialImport::Identification found =
+        import.identify(layout.fields, layout.firstDataRow);
+    for (int row = 0; row < found.kinds.size(); ++row) {
+        if (found.kinds.at(row) != EvaluatedMaterialImport::MaterialRow)
+            continue;
+        QStringList values;
+        for (const QString& value :
+             EvaluatedMaterialImport::values(import.record(layout.fields, row)))
+            values << field(value);
+        out << values.join(QLatin1Char('\t')) << Qt::endl;
+    }
+    if (!found.message.isEmpty()) {
+        err << found.message << Qt::endl;
+        return 1;
+    }
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
@@ -162,7 +231,10 @@ int main(int argc, char* argv[])
         return dump(args.at(2), args.value(3), out, err);
     if (args.size() == 4 && args.at(1) == QLatin1String("convert"))
         return convert(args.at(2), args.at(3), err);
+    if (args.size() >= 3 && args.size() <= 4 && args.at(1) == QLatin1String("materials"))
+        return materials(args.at(2), args.value(3), out, err);
     err << "usage: tarvo-xl dump FILE [SHEET]\n"
-           "       tarvo-xl convert FROM TO   (TO's suffix .xls or .xlsx chooses the format)\n";
+           "       tarvo-xl convert FROM TO   (TO's suffix .xls or .xlsx chooses the format)\n"
+           "       tarvo-xl materials FILE [SHEET]\n";
     return 2;
 }

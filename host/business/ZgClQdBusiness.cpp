@@ -1,5 +1,6 @@
 #include "ZgClQdBusiness.h"
 
+#include "MaterialListMarks.h"
 #include "ProgressSink.h"
 #include "ZgClQdGathering.h"
 
@@ -198,50 +199,27 @@ void ZgClQdBusiness::UpdateZgjClHzbSLAndTJ(ConstructionWorks* works, ProgressSin
 
 int ZgClQdBusiness::GetTjByzClCount(ConstructionWorks* works)
 {
-    int count = 0;
-    if (ZgjClHzTable* table = listOf(works))
-        for (const BaseDataItem* item : table->items())
-            count += item->getKind() == Material && (inconsistency(item) & PriceDiffers) ? 1 : 0;
-    return count;
+    return MaterialListMarks::countWithBit(listOf(works), InconsistencyField, PriceDiffers);
 }
 
 int ZgClQdBusiness::GetBCzDyClCount(ConstructionWorks* works)
 {
-    int count = 0;
-    if (ZgjClHzTable* table = listOf(works))
-        for (const BaseDataItem* item : table->items())
-            count += item->getValue(QuestionMarkField).toBool() ? 1 : 0;
-    return count;
+    return MaterialListMarks::countMarked(listOf(works), QuestionMarkField);
 }
 
 void ZgClQdBusiness::SetTjByzClBlock(ConstructionWorks* works)
 {
-    if (ZgjClHzTable* table = listOf(works))
-        for (BaseDataItem* item : table->items()) {
-            const bool inBlock =
-                item->getKind() == Material && (inconsistency(item) & PriceDiffers);
-            if (item->IsBlock() != inBlock)
-                item->SetBlock(inBlock);
-        }
+    MaterialListMarks::blockWithBit(listOf(works), InconsistencyField, PriceDiffers);
 }
 
 void ZgClQdBusiness::ClearBCzDyClBj(ConstructionWorks* works)
 {
-    if (ZgjClHzTable* table = listOf(works))
-        for (BaseDataItem* item : table->items())
-            if (item->getValue(QuestionMarkField).toBool())
-                item->setValue(QuestionMarkField, false);
+    MaterialListMarks::clearMarks(listOf(works), QuestionMarkField);
 }
 
 void ZgClQdBusiness::RegenerateZgjClHzbXH(ConstructionWorks* works)
 {
-    ZgjClHzTable* table = listOf(works);
-    if (!table)
-        return;
-    int serial = 0;
-    for (BaseDataItem* item : table->items())
-        if (isMaterialRow(item))
-            update(item, 1, ++serial);
+    MaterialListMarks::numberMaterialRows(listOf(works));
 }
 
 void ZgClQdBusiness::RegenerateZgjClHzbBM(ConstructionWorks* works, const QString& prefix,
@@ -251,17 +229,11 @@ void ZgClQdBusiness::RegenerateZgjClHzbBM(ConstructionWorks* works, const QStrin
     if (!table)
         return;
     BusinessFaultInjection::check();
-    digits = qBound(0, digits, 32);
-    qint64 number = start;
     QHash<ZgClQdGathering::Key, QString> codes;
-    for (BaseDataItem* item : table->items()) {
-        if (!isMaterialRow(item))
-            continue;
-        const QString code =
-            prefix + QStringLiteral("%1").arg(number++, digits, 10, QLatin1Char('0'));
-        update(item, 2, code);
-        codes.insert(ZgClQdGathering::keyOf(item), code);
-    }
+    MaterialListMarks::codeMaterialRows(table, prefix, start, digits,
+                                        [&](BaseDataItem* item, const QString& code) {
+                                            codes.insert(ZgClQdGathering::keyOf(item), code);
+                                        });
     // The unit projects' materials take the codes too.
     if (ProjectWorks* project = works->getOwner())
         for (ProTreeNode* node : project->unitProjectNodes())

@@ -4,6 +4,16 @@
 
 SjCqXPsClModel::SjCqXPsClModel(QObject* parent) : MaterialListModel(parent) {}
 
+QVariant SjCqXPsClModel::data(const QModelIndex& index, int role) const
+{
+    if (role == Qt::TextAlignmentRole && index.isValid()) {
+        const int field = fieldOfColumn(index.column());
+        if (field == 2 || field == 8 || field == 12 || field == 13 || field == 14)
+            return AlignLeftCentre;
+    }
+    return MaterialListModel::data(index, role);
+}
+
 SjCqXPsClTable* SjCqXPsClModel::pageTable() const
 {
     return static_cast<SjCqXPsClTable*>(table());

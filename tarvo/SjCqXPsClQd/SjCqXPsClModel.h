@@ -11,6 +11,9 @@ class SjCqXPsClModel : public MaterialListModel
 public:
     explicit SjCqXPsClModel(QObject* parent = nullptr);
 
+    // The tender code and the descriptive columns read from the left.
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+
 protected:
     QString modifyLabel() const override { return QStringLiteral("修改需评审材料清单行"); }
     bool applyEdit(int row, int field, const QVariant& value) override;

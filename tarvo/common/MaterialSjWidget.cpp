@@ -265,9 +265,11 @@ void MaterialSjWidget::DeleteRowsOrBlock()
 {
     if (blockRows().isEmpty()) {
         runCommand("DeleteRowsOrBlock", commandLabel(DeleteCommand), OperationKind::Edit, [&] {
-            if (currentRow() < 0)
+            if (currentRow() < 0 || !table()->at(currentRow()))
                 return;
-            m_service->removeItem(works(), table(), currentRow());
+            aboutToRemoveRows({table()->at(currentRow())});
+            if (m_service->removeItem(works(), table(), currentRow()))
+                rowsRemoved(DeleteCommand);
             m_service->recalculateList(works(), table());
         });
         return;
@@ -286,8 +288,13 @@ void MaterialSjWidget::DeleteBlockRows()
         const QList<int> rows = blockRows();
         if (rows.isEmpty())
             return;
+        QList<BaseDataItem*> items;
+        for (int row : rows)
+            items << table()->at(row);
+        aboutToRemoveRows(items);
         for (auto it = rows.crbegin(); it != rows.crend(); ++it)
             m_service->removeItem(works(), table(), *it);
+        rowsRemoved(DeleteBlockCommand);
         m_service->recalculateList(works(), table());
     });
 }
@@ -297,7 +304,9 @@ void MaterialSjWidget::ClearAllRows()
     runCommand("ClearAllRows", commandLabel(ClearAllCommand), OperationKind::Edit, [&] {
         if (!showQuestion(this, QStringLiteral("提示"), QStringLiteral("你确定清除所有行内容吗?")))
             return;
+        aboutToRemoveRows(table()->items());
         m_service->clearAllRows(table());
+        rowsRemoved(ClearAllCommand);
         m_service->recalculateList(works(), table());
     });
 }

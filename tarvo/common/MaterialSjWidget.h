@@ -89,6 +89,11 @@ protected:
     virtual QString keepLabel(int n, bool fixedCommand) const;
     // The field of the tender code, for the sort "招标编码"; -1 when the list has none.
     virtual int tenderCodeField() const { return -1; }
+    // Deleting and clearing rows, inside the command's record: the rows about to go (or to
+    // lose their contents), then the command that took them. A list kept in step with the
+    // unit projects carries the change down here.
+    virtual void aboutToRemoveRows(const QList<BaseDataItem*>& rows) { Q_UNUSED(rows) }
+    virtual void rowsRemoved(Command command) { Q_UNUSED(command) }
 
     // An action of the page, kept under its text for action() and ribbon commands.
     QAction* makeAction(const QString& text, const QKeySequence& shortcut,

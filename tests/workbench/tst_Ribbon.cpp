@@ -77,6 +77,13 @@ private slots:
             << "需评审的材料清单"
             << rows + QStringList{"汇总工程材料", "生成序号与招标编码", "查看招标需评审材料",
                                   "对应整理投标需评审材料"};
+        QTest::newRow("evaluated, random draw")
+            << "XiangMu-XuSuiJiChouQuPingShenCaiLiaoQingDan.json"
+            << "需评审的材料清单"
+            << rows + QStringList{"汇总工程材料",          "生成序号与招标编码",
+                                  "刷新数量&价格",         "清除数量&价格",
+                                  "编制:批量删除",         "查看招标需评审材料",
+                                  "对应整理投标需评审材料"};
     }
 
     void shippedFilesCarryEachPagesCommands()

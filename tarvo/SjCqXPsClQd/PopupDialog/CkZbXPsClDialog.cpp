@@ -1,0 +1,228 @@
+#include "CkZbXPsClDialog.h"
+
+#include "CkZbXPsClModel.h"
+#include "ImportExcelDataDialog.h"
+
+#include "TarvoGuard.h"
+
+#include "CJZZgclBusinessYN.h"
+#include "TenderExchange.h"
+
+#include "ConstructionWorks.h"
+#include "DataManagement.h"
+#include "ProjectWorks.h"
+#include "SjCqXPsClTable.h"
+#include "TableLayout.h"
+#include "TableLayoutExport.h"
+#include "zFileDialog.h"
+#include "zMessageBox.h"
+#include "zTitleModal.h"
+
+#include <QDebug>
+#include <QDir>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QMenu>
+#include <QPushButton>
+#include <QScreen>
+#include <QTableView>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+QString CkZbXPsClDialog::s_lastDir;
+
+namespace {
+
+double resolutionRatio()
+{
+    const QScreen* screen = QGuiApplication::primaryScreen();
+    return screen ? qMax(1.0, screen->logicalDotsPerInch() / 96.0) : 1.0;
+}
+
+} // namespace
+
+CkZbXPsClDialog::CkZbXPsClDialog(ConstructionWorks* works, QWidget* parent)
+    : QDialog(parent), m_works(works), m_model(new CkZbXPsClModel(this)),
+      m_view(new QTableView(this)), m_import(new QToolButton(this)),
+      m_export(new QPushButton(QStringLiteral("导出需评审材料到Excel文件"), this))
+{
+    setObjectName(QStringLiteral("CkZbXPsClDialog"));
+    setWindowTitle(QStringLiteral("招标文件约定的需评审材料清单"));
+    const double ratio = resolutionRatio();
+    resize(qRound(1000 * ratio), qRound(600 * ratio));
+
+    m_view->setObjectName(QStringLiteral("tableView"));
+    m_view->setModel(m_model);
+    m_view->setFont(QFont(QStringLiteral("SimSun"), 9));
+    m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    m_view->verticalHeader()->setDefaultSectionSize(qRound(24 * ratio));
+    const int widths[] = {50, 110, 160, 130, 60, 90, 100, 80, 80, 100};
+    for (int c = 0; c < CkZbXPsClModel::eColumnCount; ++c)
+        m_view->setColumnWidth(c, qRound(widths[c] * ratio));
+
+    m_import->setObjectName(QStringLiteral("btnImport"));
+    m_import->setText(QStringLiteral("从招标文件中导入需评审的材料清单"));
+    m_import->setPopupMode(QToolButton::InstantPopup);
+    m_import->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    auto* menu = new QMenu(m_import);
+    connect(menu->addAction(QStringLiteral("从CJZ文件中载入")), &QAction::triggered, this,
+            &CkZbXPsClDialog::slotImportCJZClicked);
+    connect(menu->addAction(QStringLiteral("从YFJZ文件中载入")), &QAction::triggered, this,
+            &CkZbXPsClDialog::slotImportCJZClicked_YN);
+    connect(menu->addAction(QStringLiteral("从Excel文件中载入")), &QAction::triggered, this,
+            &CkZbXPsClDialog::slotImportExcelClicked);
+    m_import->setMenu(menu);
+    // Loading replaces the project's tender list: not in a read-only project.
+    const ProjectWorks* project = m_works ? m_works->getOwner() : nullptr;
+    m_import->setEnabled(project && !project->IsReadOnly());
+    m_export->setObjectName(QStringLiteral("btnExport"));
+    connect(m_export, &QPushButton::clicked, this, &CkZbXPsClDialog::slotExportBtnClicked);
+    auto* close = new QPushButton(QStringLiteral("关闭"), this);
+    connect(close, &QPushButton::clicked, this, &QDialog::reject);
+
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(m_import);
+    buttons->addWidget(m_export);
+    buttons->addStretch(1);
+    buttons->addWidget(close);
+    auto* layout = new QVBoxLayout(this);
+    layout->addLayout(buttons);
+    layout->addWidget(m_view, 1);
+
+    TARVO_GUARD("SjCqXPsClQd\\PopupDialog\\CkZbXPsClDialog", "CkZbXPsClDialog::CkZbXPsClDialog")
+    {
+        reload();
+    };
+}
+
+void CkZbXPsClDialog::reload()
+{
+    QVector<TenderEvaluatedMaterial> materials;
+    if (ProjectWorks* project = m_works ? m_works->getOwner() : nullptr)
+        for (const SjCqXPsClItem* row : project->GetGcZbXPsCl())
+            materials << TenderExchange::FromEvaluatedRow(row);
+    m_model->setMaterials(materials);
+}
+
+void CkZbXPsClDialog::storeMaterials(const QVector<TenderEvaluatedMaterial>& materials)
+{
+    ProjectWorks* project = m_works ? m_works->getOwner() : nullptr;
+    if (!project)
+        return;
+    QList<SjCqXPsClItem*> rows;
+    for (const TenderEvaluatedMaterial& m : materials) {
+        auto* row = new SjCqXPsClItem;
+        TenderExchange::ToEvaluatedRow(m, row);
+        rows << row;
+    }
+    project->SetGcZbXPsCl(project->GetSjId(), rows);
+    reload();
+}
+
+QString CkZbXPsClDialog::askFile(const QString& filter)
+{
+    const QString path = zFileDialog::getOpenFileName(
+        this, QStringLiteral("从招标文件中导入需评审的材料清单"), s_lastDir, filter);
+    if (!path.isEmpty())
+        s_lastDir = QFileInfo(path).absolutePath();
+    return path;
+}
+
+void CkZbXPsClDialog::importFile(const QString& path)
+{
+    ProjectWorks* project = m_works ? m_works->getOwner() : nullptr;
+    if (!project)
+        return;
+    const QList<ProTreeNode*> nodes =
+        DataManagement::getInstance()->GetProTreeNodeListInOrder(project->projectIndex());
+    CJZZgclBusinessYN reader;
+    CJZZgclBusinessYN::DwClMap unused;
+    if (!reader.LoadDwgcZgclData(path, nodes, unused, false)) {
+        showInformation(this, QStringLiteral("操作提示"), reader.LastError());
+        return;
+    }
+    if (reader.Document().evaluated.isEmpty()) {
+        // The stored list stays as it was: an empty file says nothing about it.
+        showInformation(this, QStringLiteral("操作提示"),
+                        QStringLiteral("所选招标文件中没有需评审材料清单"));
+        return;
+    }
+    storeMaterials(reader.Document().evaluated);
+    project->SetZbFileName(QFileInfo(path).fileName());
+}
+
+void CkZbXPsClDialog::slotImportCJZClicked()
+{
+    TARVO_GUARD("SjCqXPsClQd\\PopupDialog\\CkZbXPsClDialog",
+                "CkZbXPsClDialog::slotImportCJZClicked")
+    {
+        const QString path =
+            askFile(QStringLiteral("四川省建设工程造价电子数据标准 (*.cjz *.CJZ)"));
+        if (!path.isEmpty())
+            importFile(path);
+    };
+}
+
+void CkZbXPsClDialog::slotImportCJZClicked_YN()
+{
+    TARVO_GUARD("SjCqXPsClQd\\PopupDialog\\CkZbXPsClDialog",
+                "CkZbXPsClDialog::slotImportCJZClicked_YN")
+    {
+        const QString path = askFile(QStringLiteral("数据接口文件 (*.YFJZ)"));
+        if (!path.isEmpty())
+            importFile(path);
+    };
+}
+
+void CkZbXPsClDialog::slotImportExcelClicked()
+{
+    TARVO_GUARD("SjCqXPsClQd\\PopupDialog\\CkZbXPsClDialog",
+                "CkZbXPsClDialog::slotImportExcelClicked")
+    {
+        ImportExcelDataDialog dialog(this);
+        if (zTitleModal::ShowModal(&dialog) != 0)
+            return;
+        const QVector<TenderEvaluatedMaterial> records = dialog.records();
+        if (!records.isEmpty())
+            storeMaterials(records);
+    };
+}
+
+void CkZbXPsClDialog::slotExportBtnClicked()
+{
+    TARVO_GUARD("SjCqXPsClQd\\PopupDialog\\CkZbXPsClDialog",
+                "CkZbXPsClDialog::slotExportBtnClicked")
+    {
+        ProjectWorks* project = m_works ? m_works->getOwner() : nullptr;
+        if (project && project->LockExport()) {
+            showInformation(
+                this, QStringLiteral("提示"),
+                QStringLiteral("当前工程只读保护设置中不允许报表及接口输出，不支持导出。"));
+            return;
+        }
+        if (m_model->rowCount() == 0) {
+            showInformation(this, QStringLiteral("提示"),
+                            QStringLiteral("当前表内无招标需评审材料数据"));
+            return;
+        }
+        const QString suggested = QDir(s_lastDir.isEmpty() ? QDir::homePath() : s_lastDir)
+                                      .filePath(QStringLiteral("导出为招标需评审材料清单.xlsx"));
+        QString path = zFileDialog::getSaveFileName(this, QStringLiteral("选择保存路径"), suggested,
+                                                    QStringLiteral("excel(*.xls *.xlsx)"));
+        if (path.isEmpty())
+            return;
+        if (QFileInfo(path).suffix().isEmpty())
+            path += QStringLiteral(".xlsx");
+        s_lastDir = QFileInfo(path).absolutePath();
+        QString error;
+        const bool saved =
+            TableLayoutExport::Save(TableLayout::Describe(m_view), path, resolutionRatio(), &error);
+        if (!saved)
+            qDebug() << "export failed:" << error;
+        showInformation(this, QStringLiteral("提示"),
+                        saved ? QStringLiteral("导出完毕！") : QStringLiteral("导出失败！"));
+    };
+}
