@@ -184,6 +184,12 @@ void tst_ImportExcelDataDialog::sheetChoiceAndHiddenSheets()
     sheets->setCurrentIndex(1);
     identify(dialog);
     QCOMPARE(materialRows(*dialog.model()), (QVector<int>{1, 2}));
+
+    // Sheets without a cell: nothing to show, identify asks for the columns.
+    QVERIFY(dialog.openFile(QStringLiteral(EXCEL_SAMPLES_DIR "/readxl__empty-sheets.xlsx")));
+    QCOMPARE(dialog.model()->rowCount(), 0);
+    identify(dialog);
+    QCOMPARE(InteractionSeam::lastShown().text, QString("请先设置 \"序号\" 和 \"材料名称\" 列！"));
 }
 
 void tst_ImportExcelDataDialog::selectOnIdentifyOffAndRowKinds()
