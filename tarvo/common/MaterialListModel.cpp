@@ -44,16 +44,20 @@ QVariant MaterialListModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
     case Qt::EditRole:
         if (isNumericField(field)) {
+            // The text hides float noise (15 digits); a zero shows blank; the amount shows
+            // two decimals of that text's value (0.00 when it has none). Read once per cell.
             const QString text = item->getValueStr(field);
             bool ok = false;
             const double value = text.toDouble(&ok);
             if (ok && std::fabs(value) < 1e-6)
                 return QString();
-            return field == 10 && role == Qt::DisplayRole ? moneyText(value) : text;
+            return field == 10 && role == Qt::DisplayRole ? QString::number(value, 'f', 2) : text;
         }
         return item->getValueStr(field);
-    case Qt::FontRole:
-        return QFont(QStringLiteral("SimSun"), 9);
+    case Qt::FontRole: {
+        static const QFont font(QStringLiteral("SimSun"), 9);
+        return font;
+    }
     case Qt::TextAlignmentRole:
         switch (field) {
         case 1:
