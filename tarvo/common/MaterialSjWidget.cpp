@@ -277,8 +277,10 @@ void MaterialSjWidget::DeleteBlockRows()
         const QList<int> rows = blockRows();
         if (rows.isEmpty())
             return;
-        for (auto it = rows.crbegin(); it != rows.crend(); ++it)
-            m_service->removeItem(works(), table(), *it);
+        // The unit project is recalculated once, when the block's first row goes, not once
+        // per row.
+        MaterialGridRules::removeRows(table(), rows.mid(1));
+        m_service->removeItem(works(), table(), rows.first());
         m_service->recalculateList(works(), table());
     });
 }
