@@ -1,32 +1,11 @@
 #pragma once
 
+#include "PeakMemory.h"
+
 #include "DataManagement.h"
 #include "ProjectWorks.h"
 
-#include <QFile>
-
 #include <memory>
-
-// Peak resident memory of this process in MiB (VmHWM).
-inline double peakMemoryMiB()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray& line : status.readAll().split('\n'))
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
-    return 0;
-}
-
-// Starts a new peak: the high-water mark falls back to what is resident now, so one
-// benchmark's peak does not carry into the next.
-inline void resetPeakMemory()
-{
-    QFile clear(QStringLiteral("/proc/self/clear_refs"));
-    if (clear.open(QIODevice::WriteOnly))
-        clear.write("5");
-}
 
 // A project with one unit project whose materials table holds `rows` rows, spread over the
 // list tables like a real project's.

@@ -1,30 +1,8 @@
 #pragma once
 
-#include <QFile>
+#include "PeakMemory.h"
 
-#include <cstdio>
-
-// Peak resident memory of this process in MiB (VmHWM).
-inline double excelPeakMemoryMiB()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray& line : status.readAll().split('\n'))
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
-    return 0;
-}
-
-// Lets the high-water mark fall back to what is resident now.
-inline void excelResetPeakMemory()
-{
-    // Not through QFile: it opens with O_TRUNC, which the proc file refuses.
-    if (FILE* clear = fopen("/proc/self/clear_refs", "w")) {
-        fputs("5", clear);
-        fclose(clear);
-    }
-}
+#include <QString>
 
 // The text of one cell of a materials list: name, model (规格型号), unit and the like.
 inline QString materialCell(int row, int col)

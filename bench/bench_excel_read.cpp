@@ -160,10 +160,10 @@ int main(int argc, char** argv)
     }
     // Peak memory of one read, in a fresh process: what it holds before, and its peak after.
     if (app.arguments().size() == 3 && app.arguments().at(1) == QLatin1String("--peak")) {
-        const double before = excelPeakMemoryMiB();
+        const double before = peakMemoryMiB();
         LibXLExcel book;
         const bool opened = book.Open(app.arguments().at(2));
-        printf("%f %f\n", before, opened ? excelPeakMemoryMiB() : -1.0);
+        printf("%f %f\n", before, opened ? peakMemoryMiB() : -1.0);
         return 0;
     }
     QProcess::execute(app.applicationFilePath(), {QStringLiteral("--generate")});

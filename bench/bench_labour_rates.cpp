@@ -1,5 +1,5 @@
 // Loading a region and time of 2,000 labour rates into the query panel's model, and saving
-// 1,000 pending changes.
+// pending changes.
 #include "LxGzXmQd/SporadicTableModel.h"
 
 #include "DB_Operation.h"
@@ -15,8 +15,8 @@
 
 namespace {
 
-// A store with 2,000 rates for one region and time.
-void makeStore(const QString& dir)
+// A store with `count` rates for one region and time.
+void makeStore(const QString& dir, int count = 2000)
 {
     QDir().mkpath(dir + QStringLiteral("/Database"));
     for (const QString& base : {QStringLiteral("LXRG"), QStringLiteral("MASTER")}) {
@@ -28,7 +28,7 @@ void makeStore(const QString& dir)
         db.excuteSQL(QStringLiteral("CREATE TABLE lxrg(FID INTEGER PRIMARY KEY, dq TEXT, sj TEXT, "
                                     "gz TEXT, dj TEXT, bz TEXT)"));
         db.excuteSQL(QStringLiteral("BEGIN"));
-        for (int i = 1; i <= 2000; ++i)
+        for (int i = 1; i <= count; ++i)
             db.excuteSQL(
                 QStringLiteral(
                     "INSERT INTO lxrg VALUES(%1, '成都市区', '2021年5月', '工种%2', '%3', '备注')")
@@ -53,24 +53,32 @@ static void BM_LoadRates(benchmark::State& state)
 }
 BENCHMARK(BM_LoadRates)->Unit(benchmark::kMillisecond);
 
+// Saving 100, 1,000 and 10,000 pending changes: each its own statement, committed on its own.
 static void BM_SavePendingChanges(benchmark::State& state)
 {
+    const int changes = int(state.range(0));
     QTemporaryDir dir;
-    makeStore(dir.path());
+    makeStore(dir.path(), qMax(2000, changes));
     SharedInterface::SetAppPath(dir.path());
     InteractionSeam::setScripted(true);
     SporadicTableModel model;
     for (auto _ : state) {
         state.PauseTiming();
         model.Load(QStringLiteral("成都市区"), QStringLiteral("2021年5月"));
-        for (int i = 0; i < 1000; ++i)
+        for (int i = 0; i < changes; ++i)
             model.setData(model.index(i, 1), QString::number(120 + i % 9));
         state.ResumeTiming();
         model.slotSaveModifyRecord();
     }
-    state.counters["changes"] = 1000;
+    state.counters["changes"] = changes;
+    state.SetComplexityN(changes);
 }
-BENCHMARK(BM_SavePendingChanges)->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_SavePendingChanges)
+    ->RangeMultiplier(10)
+    ->Range(100, 10000)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(3)
+    ->Complexity();
 
 int main(int argc, char** argv)
 {

@@ -21,8 +21,21 @@ constexpr int Total = 2;
 // Real keys: blank or zero sorts after everything in descending order.
 double realKey(const BaseDataItem* item, int field)
 {
+    // A stored number is its own key; only a typed text is read as a number.
+    const QVariant stored = item->getValue(field);
     bool ok = false;
-    const double value = item->getValueStr(field).toDouble(&ok);
+    double value = 0;
+    switch (stored.userType()) {
+    case QMetaType::Double:
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+        value = stored.toDouble();
+        ok = std::isfinite(value);
+        break;
+    default:
+        value = item->getValueStr(field).toDouble(&ok);
+        break;
+    }
     return !ok || std::fabs(value) < 1e-6 ? -1e11 : value;
 }
 
@@ -167,6 +180,15 @@ QList<BaseDataItem*> sortedOrder(const QList<BaseDataItem*>& rows, SortKey key, 
     for (const Row& row : sorted)
         order << row.item;
     return order + rest;
+}
+
+void removeRows(GeneralTableBase* table, const QList<int>& rows)
+{
+    if (!table)
+        return;
+    for (auto it = rows.crbegin(); it != rows.crend(); ++it)
+        if (const BaseDataItem* item = table->at(*it); item && item->getKind() != Total)
+            table->BaseDataItemRemoveAt(*it);
 }
 
 void keepFirstRows(GeneralTableBase* table, int n)

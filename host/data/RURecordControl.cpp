@@ -6,6 +6,7 @@
 #include <QUndoCommand>
 #include <QUndoStack>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -46,6 +47,13 @@ public:
     void undo() override { m_inserted ? take() : put(); }
     void redo() override { m_inserted ? put() : take(); }
     GeneralTableBase* table() const override { return m_table; }
+
+    // For replaying many at once: whether replaying in that direction takes the row away, the
+    // row, where it goes, and who holds it afterwards.
+    bool takes(bool undoing) const { return undoing == m_inserted; }
+    BaseDataItem* row() const { return m_item; }
+    int position() const { return m_row; }
+    void setHeld(bool held) { m_held = held; }
 
 private:
     void put()
@@ -98,6 +106,108 @@ private:
     std::function<void()> m_redo;
 };
 
+// Puts rows back where each went, in replay order, all in one pass: the i-th put row goes to
+// its recorded position among the rows there at its turn. Walking the puts newest first, each
+// takes the free place of that rank among the final places (a Fenwick tree counts the free
+// places); the rows already in the table fill the places left, in their order.
+void putAll(GeneralTableBase* table, const std::vector<PresenceChange*>& puts)
+{
+    const QList<BaseDataItem*>& old = table->items();
+    const int n = old.size();
+    const int total = n + int(puts.size());
+    std::vector<int> tree(std::size_t(total) + 1);
+    for (int i = 1; i <= total; ++i)
+        tree[std::size_t(i)] = i & -i; // every place free
+    int top = 1;
+    while (top * 2 <= total)
+        top *= 2;
+    std::vector<BaseDataItem*> places(std::size_t(total), nullptr);
+    for (int j = int(puts.size()) - 1; j >= 0; --j) {
+        PresenceChange* put = puts[std::size_t(j)];
+        int rank = qBound(0, put->position(), n + j) + 1; // as attach bounds it
+        int place = 0;
+        for (int step = top; step > 0; step /= 2) {
+            if (place + step <= total && tree[std::size_t(place + step)] < rank) {
+                place += step;
+                rank -= tree[std::size_t(place)];
+            }
+        }
+        for (int i = place + 1; i <= total; i += i & -i)
+            --tree[std::size_t(i)];
+        places[std::size_t(place)] = put->row();
+        put->setHeld(false);
+    }
+    QList<BaseDataItem*> rows;
+    rows.reserve(total);
+    int next = 0;
+    for (BaseDataItem* item : places)
+        rows.append(item ? item : old.at(next++));
+    table->reorder(rows); // the rows were the table's: their owner is still set
+}
+
+// Takes the rows away in one pass over the table.
+void takeAll(GeneralTableBase* table, const std::vector<PresenceChange*>& takes)
+{
+    QSet<const BaseDataItem*> gone;
+    gone.reserve(int(takes.size()));
+    for (PresenceChange* take : takes) {
+        gone.insert(take->row());
+        take->setHeld(true);
+    }
+    QList<BaseDataItem*> rows;
+    rows.reserve(table->count());
+    for (BaseDataItem* item : table->items())
+        if (!gone.contains(item))
+            rows.append(item);
+    table->reorder(rows);
+}
+
+// Replays changes in the order given. A run of row inserts or removals in one table is
+// replayed at once, so that undoing a bulk command costs time linear in what it changed
+// (up to a log factor) rather than a search or a shift of the table per row.
+void replayInOrder(const std::vector<RUChange*>& changes, bool undoing)
+{
+    constexpr std::size_t smallRun = 16; // below this, row by row is cheaper
+    for (std::size_t i = 0; i < changes.size();) {
+        auto* first = dynamic_cast<PresenceChange*>(changes[i]);
+        if (!first) {
+            undoing ? changes[i]->undo() : changes[i]->redo();
+            ++i;
+            continue;
+        }
+        const bool taking = first->takes(undoing);
+        std::vector<PresenceChange*> run{first};
+        for (std::size_t j = i + 1; j < changes.size(); ++j) {
+            auto* next = dynamic_cast<PresenceChange*>(changes[j]);
+            if (!next || next->table() != first->table() || next->takes(undoing) != taking)
+                break;
+            run.push_back(next);
+        }
+        i += run.size();
+        if (run.size() < smallRun) {
+            for (PresenceChange* change : run)
+                undoing ? change->undo() : change->redo();
+        } else if (taking) {
+            takeAll(first->table(), run);
+        } else {
+            putAll(first->table(), run);
+        }
+    }
+}
+
+// The changes of [first, end) in the order a replay in that direction runs them.
+std::vector<RUChange*> inReplayOrder(const std::vector<std::unique_ptr<RUChange>>& changes,
+                                     std::size_t first, bool undoing)
+{
+    std::vector<RUChange*> order;
+    order.reserve(changes.size() - first);
+    for (std::size_t i = first; i < changes.size(); ++i)
+        order.push_back(changes[i].get());
+    if (undoing)
+        std::reverse(order.begin(), order.end());
+    return order;
+}
+
 } // namespace
 
 class RUUndoCommand : public QUndoCommand
@@ -111,10 +221,7 @@ public:
     }
     void undo() override
     {
-        replay([this] {
-            for (auto it = m_changes.rbegin(); it != m_changes.rend(); ++it)
-                (*it)->undo();
-        });
+        replay([this] { replayInOrder(inReplayOrder(m_changes, 0, true), true); });
         emit RURecordControl::GetInstance()->signalReplayed(m_info, true);
     }
     void redo() override
@@ -124,10 +231,7 @@ public:
             m_first = false;
             return;
         }
-        replay([this] {
-            for (auto& change : m_changes)
-                change->redo();
-        });
+        replay([this] { replayInOrder(inReplayOrder(m_changes, 0, false), false); });
         emit RURecordControl::GetInstance()->signalReplayed(m_info, false);
     }
 
@@ -207,9 +311,9 @@ void RURecordControl::rollBack(std::size_t mark)
     if (m_depth == 0)
         return;
     m_replaying = true;
-    while (m_open.size() > mark) {
-        m_open.back()->undo();
-        m_open.pop_back(); // a row the change still holds (an insert taken back) dies with it
+    if (m_open.size() > mark) {
+        replayInOrder(inReplayOrder(m_open, mark, true), true);
+        m_open.resize(mark); // a row a change still holds (an insert taken back) dies with it
     }
     m_replaying = false;
     if (--m_depth == 0)

@@ -101,8 +101,10 @@ QVariant BaseDataItemModel::data(const QModelIndex& index, int role) const
         return item->getValueStr(column.field);
     case Qt::TextAlignmentRole:
         return int(column.align);
-    case Qt::FontRole:
-        return QFont(QStringLiteral("SimSun"), 9);
+    case Qt::FontRole: {
+        static const QFont font(QStringLiteral("SimSun"), 9); // asked for by every painted cell
+        return font;
+    }
     case Qt::SizeHintRole:
         return item->getRowHeight() > 0 ? QVariant(QSize(column.width, item->getRowHeight()))
                                         : QVariant();

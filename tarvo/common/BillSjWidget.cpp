@@ -202,11 +202,19 @@ void BillSjWidget::applyReadOnly()
 void BillSjWidget::RefreshGrid()
 {
     m_model->resetModel();
-    // Rows the user gave a height keep it.
-    if (m_table)
-        for (int row = 0; row < m_table->count(); ++row)
-            if (const int height = m_table->at(row)->getRowHeight(); height > 0)
-                m_view->setRowHeight(row, height);
+    // Rows the user gave a height keep it. While the header does not paint, a resize does not
+    // ask for the section's place, which would lay out every section again: the heights of a
+    // long list are then set in one pass.
+    if (!m_table)
+        return;
+    QHeaderView* rows = m_view->verticalHeader();
+    const bool painting = rows->updatesEnabled();
+    rows->setUpdatesEnabled(false);
+    for (int row = 0; row < m_table->count(); ++row)
+        if (const int height = m_table->at(row)->getRowHeight(); height > 0)
+            rows->resizeSection(row, height);
+    rows->setUpdatesEnabled(painting);
+    m_view->viewport()->update();
 }
 
 void BillSjWidget::FitRowHeights(bool minimal)

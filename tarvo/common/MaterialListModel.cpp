@@ -66,6 +66,8 @@ QVariant MaterialListModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
     case Qt::EditRole:
         if (isNumericField(field)) {
+            // The text hides float noise (15 digits); a zero shows blank; the amount shows
+            // two decimals of that text's value (0.00 when it has none). Read once per cell.
             const QString text = item->getValueStr(field);
             bool ok = false;
             const double value = text.toDouble(&ok);
@@ -74,8 +76,10 @@ QVariant MaterialListModel::data(const QModelIndex& index, int role) const
             return role == Qt::DisplayRole && ok ? numberText(value, numberKind(field)) : text;
         }
         return item->getValueStr(field);
-    case Qt::FontRole:
-        return QFont(QStringLiteral("SimSun"), 9);
+    case Qt::FontRole: {
+        static const QFont font(QStringLiteral("SimSun"), 9);
+        return font;
+    }
     case Qt::TextAlignmentRole:
         switch (field) {
         case 1:

@@ -292,8 +292,10 @@ void MaterialSjWidget::DeleteBlockRows()
         for (int row : rows)
             items << table()->at(row);
         aboutToRemoveRows(items);
-        for (auto it = rows.crbegin(); it != rows.crend(); ++it)
-            m_service->removeItem(works(), table(), *it);
+        // The unit project is recalculated once, when the block's first row goes, not once
+        // per row.
+        MaterialGridRules::removeRows(table(), rows.mid(1));
+        m_service->removeItem(works(), table(), rows.first());
         rowsRemoved(DeleteBlockCommand);
         m_service->recalculateList(works(), table());
     });

@@ -2,6 +2,7 @@
 
 #include "OperatingUIInfo.h"
 
+#include <QRandomGenerator>
 #include <QUndoStack>
 #include <QtTest>
 #include <stdexcept>
@@ -97,6 +98,51 @@ private slots:
         QVERIFY(control()->Undo());
         for (int i = 0; i < t->count(); ++i)
             QCOMPARE(t->at(i)->getDouble(9), double(i));
+    }
+
+    // Long runs of inserts and removals at scattered places are replayed at once; the rows
+    // must still come back exactly where each was, in both directions and when rolled back.
+    void manyInsertsAndRemovalsComeBackInPlace()
+    {
+        TestProject p;
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        for (int i = 0; i < 300; ++i)
+            TestProject::row(t, 0, {{2, QStringLiteral("r%1").arg(i)}});
+        const QList<BaseDataItem*> before = t->items();
+        QRandomGenerator random(16);
+        auto bulk = [&] {
+            for (int round = 0; round < 3; ++round) {
+                for (int i = 0; i < 200; ++i)
+                    t->BaseDataItemRemoveAt(int(random.bounded(t->count())));
+                for (int i = 0; i < 150; ++i) {
+                    BaseDataItem* item = t->CreateItem();
+                    item->loadValue(2, QStringLiteral("n%1.%2").arg(round).arg(i));
+                    t->BaseDataItemInsert(int(random.bounded(t->count() + 1)), item);
+                }
+                t->at(0)->setValue(3, double(round)); // a value change splits the runs
+            }
+        };
+        control()->BeginRecord();
+        bulk();
+        control()->EndRecord(info(QStringLiteral("整理")));
+        const QList<BaseDataItem*> after = t->items();
+        for (int i = 0; i < 2; ++i) {
+            QVERIFY(control()->Undo());
+            QCOMPARE(t->items(), before);
+            QVERIFY(control()->Redo());
+            QCOMPARE(t->items(), after);
+        }
+        for (BaseDataItem* item : t->items())
+            QCOMPARE(item->getOwner(), static_cast<GeneralTableBase*>(t));
+
+        control()->ForgetHistory();
+        const QList<BaseDataItem*> kept = t->items();
+        {
+            RURecordControl::Scope scope;
+            bulk();
+        } // left without commit: rolled back
+        QCOMPARE(t->items(), kept);
+        QCOMPARE(control()->undoStack()->count(), 0);
     }
 
     void nestedRecordsFoldAndEmptyRecordsVanish()

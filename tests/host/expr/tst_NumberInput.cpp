@@ -106,6 +106,37 @@ private slots:
                                                    result, error));
         QCOMPARE(result, 14.0);
     }
+
+    // A formula is parsed once and then evaluated with whatever values come: the second and
+    // later evaluations must read the new values, and a name without a value must fail as
+    // on the first evaluation, with the parser's words.
+    void parsedFormulasReadNewValues()
+    {
+        VXParseAlg* alg = VXParseAlg::getInstance();
+        const QString formula = QStringLiteral("分部分项工程费*费率/100+a1");
+        double result = 0;
+        QString error;
+        for (double fee : {1000.0, 2000.0, 0.0}) {
+            QVERIFY(alg->ExpCalc(formula,
+                                 {{QStringLiteral("分部分项工程费"), fee},
+                                  {QStringLiteral("费率"), 5.0},
+                                  {QStringLiteral("a1"), 1.0},
+                                  {QStringLiteral("a"), 100.0}},
+                                 result, error));
+            QCOMPARE(result, fee * 5 / 100 + 1);
+        }
+        QString firstError;
+        QVERIFY(!alg->ExpCalc(QStringLiteral("未知费用*2"), {}, result, firstError));
+        QVERIFY(!alg->ExpCalc(formula, {{QStringLiteral("费率"), 5.0}}, result, error));
+        QVERIFY(error.contains(QStringLiteral("分部分项工程费")) || error.contains("Unexpected"));
+        QVERIFY(alg->ExpCalc(formula, {{QStringLiteral("费率"), 5.0}}, result, error, true));
+        QCOMPARE(result, 0.0);
+        QVERIFY(!alg->ExpCalc(QStringLiteral("费率/0"), {{QStringLiteral("费率"), 5.0}}, result,
+                              error));
+        QCOMPARE(error, QStringLiteral("计算结果无效"));
+        QVERIFY(!alg->ExpCalc(QStringLiteral("(1+"), {}, result, error));
+        QVERIFY(!error.isEmpty());
+    }
 };
 
 QTEST_GUILESS_MAIN(tst_NumberInput)
