@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QSet>
 #include <QString>
 #include <QVector>
 
@@ -79,8 +80,13 @@ QVector<MaterialMatcher::Pair> MaterialMatcher::pair(int wantedCount, WantedKey 
     QVector<char> offeredTaken(offeredCount, 0);
     QVector<char> wantedTaken(wantedCount, 0);
     int left = wantedCount;
-    for (int j = 0; j < offeredCount && left > 0; ++j) {
-        auto it = exact.find(Trimmed(offeredKey(j)));
+    // Reading a line's key is the costly part: each is read once and kept for the second
+    // pass.
+    QVector<Key> offeredKeys(offeredCount);
+    int read = 0;
+    for (int j = 0; j < offeredCount && left > 0; ++j, read = j) {
+        offeredKeys[j] = Trimmed(offeredKey(j));
+        auto it = exact.find(offeredKeys.at(j));
         if (it == exact.end() || it->isEmpty())
             continue;
         const int i = it->takeFirst();
@@ -90,14 +96,23 @@ QVector<MaterialMatcher::Pair> MaterialMatcher::pair(int wantedCount, WantedKey 
     }
     if (left == 0)
         return pairs;
+    // Most offered lines differ from every wanted material already by name: their model and
+    // unit are not normalised at all.
     QHash<Key, QVector<int>> normalised;
+    QSet<QString> names;
     for (int i = 0; i < wantedCount; ++i)
-        if (!wantedTaken[i])
-            normalised[cachedKey(wantedKey(i))].append(i);
+        if (!wantedTaken[i]) {
+            Key key = cachedKey(wantedKey(i));
+            names.insert(key.name);
+            normalised[std::move(key)].append(i);
+        }
     for (int j = 0; j < offeredCount && left > 0; ++j) {
         if (offeredTaken[j])
             continue;
-        auto it = normalised.find(cachedKey(offeredKey(j)));
+        const Key offered = j < read ? offeredKeys.at(j) : offeredKey(j);
+        if (!names.contains(cachedText(offered.name)))
+            continue;
+        auto it = normalised.find(cachedKey(offered));
         if (it == normalised.end() || it->isEmpty())
             continue;
         pairs.append({it->takeFirst(), j, Normalised});

@@ -11,6 +11,9 @@
 
 #include <QSet>
 
+#include <algorithm>
+#include <functional>
+
 #include <cmath>
 
 namespace {
@@ -159,6 +162,66 @@ void applyUnit(const QList<BaseDataItem*>& lines, const QHash<Key, const DbZbZgC
     }
 }
 
+// Rebuilds the bid-only rows of one unit project whose records are [begin, end) of the list:
+// its provisional lines no tender record of the range holds, once per material, placed at
+// the end of the range. Returns the range's new end.
+int refreshRange(QList<DbZbZgClItem*>& records, int begin, int end, int dwId,
+                 const QList<BaseDataItem*>& lines)
+{
+    QSet<Key> paired;
+    for (int i = begin; i < end;) {
+        DbZbZgClItem* record = records.at(i);
+        if (record->GetState() == DbZbZgClItem::TbOnly && !record->GetZbZgClZsItem()) {
+            delete records.takeAt(i);
+            --end;
+            continue;
+        }
+        if (record->IsMatched() && record->GetTbCl())
+            paired.insert(trimmedKey(record->GetTbCl()));
+        ++i;
+    }
+    QList<DbZbZgClItem*> added;
+    for (BaseDataItem* line : lines) {
+        if (!isProvisional(line))
+            continue;
+        Key key = trimmedKey(line);
+        if (paired.contains(key))
+            continue;
+        paired.insert(std::move(key)); // once per material
+        added.append(new DbZbZgClItem(nullptr, line, DbZbZgClItem::TbOnly, dwId));
+    }
+    if (end == records.size()) {
+        records.append(added);
+    } else {
+        for (int i = 0; i < added.size(); ++i)
+            records.insert(end + i, added.at(i));
+    }
+    return end + int(added.size());
+}
+
+// The [begin, end) range of each unit project's records (they lie together).
+QMap<int, QPair<int, int>> unitRanges(const QList<DbZbZgClItem*>& records)
+{
+    QMap<int, QPair<int, int>> ranges;
+    for (int i = 0; i < records.size(); ++i) {
+        auto it = ranges.find(records.at(i)->GetDwId());
+        if (it == ranges.end())
+            ranges.insert(records.at(i)->GetDwId(), {i, i + 1});
+        else
+            it->second = i + 1;
+    }
+    return ranges;
+}
+
+QVector<DbZbZgClItem*> tendersIn(const QList<DbZbZgClItem*>& records, int begin, int end)
+{
+    QVector<DbZbZgClItem*> tenders;
+    for (int i = begin; i < end; ++i)
+        if (records.at(i)->IsZbRow())
+            tenders.append(records.at(i));
+    return tenders;
+}
+
 } // namespace
 
 bool ZgClQdBusiness::InitMatchZbZgCl(ConstructionWorks* works, QList<DbZbZgClItem*>& records,
@@ -182,6 +245,7 @@ bool ZgClQdBusiness::InitMatchZbZgCl(ConstructionWorks* works, QList<DbZbZgClIte
         dwMap.insert(dwId, unit);
         const QList<BaseDataItem*>& lines = tbCl[dwId] = linesOf(project->works(0, dwId));
         DbZbZgClItem* heading = headingFor(++id, dwId, ProTreeNode::Name(unit));
+        const int begin = int(records.size());
         records.append(heading);
         QList<ZgjClHzItem*> materials;
         project->GetDwZbZgCl({project->projectIndex(), dwId}, materials);
@@ -191,7 +255,7 @@ bool ZgClQdBusiness::InitMatchZbZgCl(ConstructionWorks* works, QList<DbZbZgClIte
             records.append(tenders.last());
         }
         matchRecords(matcher, tenders, lines);
-        RefreshTbOnlyRows(dwId, records, tbCl);
+        refreshRange(records, begin, int(records.size()), dwId, lines);
         report(progress, 0, 100, u + 1, int(units.size()));
     }
     // Tender materials of unit projects deleted since the list was stored: shown, not applied.
@@ -222,11 +286,18 @@ void ZgClQdBusiness::MatchZbZgClByDbRes(ConstructionWorks* works,
     for (const DbZbZgClItem* sy : syRecords)
         if (sy->IsMatched() && sy->GetTbCl())
             chosen.insert(MaterialMatcher::Trimmed(keyOf(sy->GetZbCl())), sy);
+    // From the last unit project to the first, so that the ranges before stay where they are.
+    const QMap<int, QPair<int, int>> ranges = unitRanges(records);
+    QVector<QPair<int, int>> order; // begin, dwId
+    for (auto it = ranges.cbegin(); it != ranges.cend(); ++it)
+        if (dwMap.contains(it.key()))
+            order.append({it->first, it.key()});
+    std::sort(order.begin(), order.end(), std::greater<>());
     int done = 0;
-    for (auto it = dwMap.cbegin(); it != dwMap.cend(); ++it) {
-        const int dwId = it.key();
+    for (const auto& [begin, dwId] : std::as_const(order)) {
         const QList<BaseDataItem*> lines = tbCl.value(dwId);
-        for (DbZbZgClItem* record : tendersOf(records, dwId)) {
+        const int end = ranges.value(dwId).second;
+        for (DbZbZgClItem* record : tendersIn(records, begin, end)) {
             if (resetAll)
                 record->Unpair();
             else if (record->IsMatched())
@@ -238,8 +309,8 @@ void ZgClQdBusiness::MatchZbZgClByDbRes(ConstructionWorks* works,
             if (BaseDataItem* line = CheckFZgClExistInDw(lines, sy->GetTbCl()))
                 record->Pair(line, sy->GetState());
         }
-        RefreshTbOnlyRows(dwId, records, tbCl);
-        report(progress, 0, share, ++done, int(dwMap.size()));
+        refreshRange(records, begin, end, dwId, lines);
+        report(progress, 0, share, ++done, int(order.size()));
     }
 }
 
@@ -296,41 +367,19 @@ QList<BaseDataItem*> ZgClQdBusiness::GetAllTbCl(const TbClMap& tbCl, const DwMap
 
 void ZgClQdBusiness::RefreshTbOnlyRows(int dwId, QList<DbZbZgClItem*>& records, const TbClMap& tbCl)
 {
-    QSet<Key> paired;
-    int insertAt = -1;
-    for (int i = 0; i < records.size();) {
-        DbZbZgClItem* record = records.at(i);
-        if (record->GetDwId() != dwId) {
-            ++i;
-            continue;
-        }
-        if (record->GetState() == DbZbZgClItem::TbOnly && !record->GetZbZgClZsItem()) {
-            delete records.takeAt(i);
-            continue;
-        }
-        if (record->IsMatched() && record->GetTbCl())
-            paired.insert(trimmedKey(record->GetTbCl()));
-        insertAt = ++i;
-    }
-    if (insertAt < 0)
-        insertAt = int(records.size());
-    QList<int> units;
+    const QPair<int, int> range =
+        unitRanges(records).value(dwId, {int(records.size()), int(records.size())});
     if (dwId >= 0) {
-        units.append(dwId);
-    } else {
-        units = tbCl.keys();
-        std::sort(units.begin(), units.end());
+        refreshRange(records, range.first, range.second, dwId, tbCl.value(dwId));
+        return;
     }
+    // The project-wide comparison: the lines of every unit project, in the order of their ids.
+    QList<int> units = tbCl.keys();
+    std::sort(units.begin(), units.end());
+    QList<BaseDataItem*> lines;
     for (const int unit : units)
-        for (BaseDataItem* line : tbCl.value(unit)) {
-            if (!isProvisional(line))
-                continue;
-            Key key = trimmedKey(line);
-            if (paired.contains(key))
-                continue;
-            paired.insert(std::move(key)); // once per material
-            records.insert(insertAt++, new DbZbZgClItem(nullptr, line, DbZbZgClItem::TbOnly, dwId));
-        }
+        lines.append(tbCl.value(unit));
+    refreshRange(records, range.first, range.second, dwId, lines);
 }
 
 void ZgClQdBusiness::CountZbZgCl(const QList<DbZbZgClItem*>& records, int& matched, int& unmatched)
