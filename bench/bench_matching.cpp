@@ -88,17 +88,6 @@ struct Fixture
     ConstructionWorks* root;
 };
 
-double residentMiB()
-{
-    QFile status(QStringLiteral("/proc/self/status"));
-    if (!status.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray& line : status.readAll().split('\n'))
-        if (line.startsWith("VmRSS:"))
-            return line.mid(6).trimmed().split(' ').first().toDouble() / 1024.0;
-    return 0;
-}
-
 } // namespace
 
 static void BM_FirstMatching(benchmark::State& state)
@@ -159,8 +148,8 @@ BENCHMARK(BM_MatchingHashJoinBaseline)
     ->Iterations(5);
 
 // Applying with every option and rebuilding the list, as one undo record; the record is
-// undone after each run. "changedFields" counts journalled field changes, "recordMiB" the
-// resident memory the record holds.
+// undone after each run. "changedFields" counts the unit projects' field changes the record
+// journals (the rebuilt list comes on top).
 static void BM_ApplyMatching(benchmark::State& state)
 {
     Fixture f(int(state.range(0)));
@@ -169,7 +158,6 @@ static void BM_ApplyMatching(benchmark::State& state)
     ZgClQdBusiness::DwMap dwMap;
     ZgClQdBusiness::InitMatchZbZgCl(f.root, records, tbCl, dwMap, nullptr);
     RURecordControl* undo = RURecordControl::GetInstance();
-    double recordMiB = 0;
     int changed = 0;
     for (auto _ : state) {
         state.PauseTiming();
@@ -177,7 +165,6 @@ static void BM_ApplyMatching(benchmark::State& state)
         for (const auto& lines : std::as_const(tbCl))
             for (const BaseDataItem* line : lines)
                 before << line->getValue(7) << line->getValue(11) << line->getValue(18);
-        const double rss = residentMiB();
         state.ResumeTiming();
         {
             RURecordControl::Scope scope;
@@ -188,7 +175,6 @@ static void BM_ApplyMatching(benchmark::State& state)
             scope.commit(OperatingUIInfo(6, 0, 1, 0, 10, QStringLiteral("对应整理投标暂估材料")));
         }
         state.PauseTiming();
-        recordMiB = residentMiB() - rss;
         changed = 0;
         int k = 0;
         for (const auto& lines : std::as_const(tbCl))
@@ -204,7 +190,6 @@ static void BM_ApplyMatching(benchmark::State& state)
     }
     qDeleteAll(records);
     state.counters["changedFields"] = changed;
-    state.counters["recordMiB"] = recordMiB;
 }
 BENCHMARK(BM_ApplyMatching)
     ->Arg(5)
