@@ -1,6 +1,7 @@
 #include "ModelTesters.h"
 #include "TestProject.h"
 
+#include "ZgClQd/PopupDialog/CkZbZgClQdDialog.h"
 #include "ZgClQd/PopupDialog/DbZbZgClDialog.h"
 #include "ZgClQd/PopupDialog/DbZbZgClModel.h"
 #include "ZgClQd/PopupDialog/DbZbZgSyClDialog.h"
@@ -15,6 +16,7 @@
 #include "DbZbZgClItem.h"
 #include "InteractionSeam.h"
 #include "ProcExceptionNew.h"
+#include "SampleProject.h"
 #include "ZgClZsItem.h"
 
 #include <QCheckBox>
@@ -453,6 +455,34 @@ private slots:
         d.slotHzClAndMatch();
         QCOMPARE(d.counter()->text(), QStringLiteral("招标材料共4条，已对应3条，还需对应1条"));
         QVERIFY(d.isModified());
+    }
+
+    void theSampleTenderFileOverTheSampleProject()
+    {
+        const int index = DataManagement::getInstance()->AddProjectWorks(BuildSampleProject());
+        ProjectWorks* sample = DataManagement::getInstance()->GetProjectWorksByIndex(index);
+        ConstructionWorks* works = sample->GetConstructionWorksNode();
+        QVERIFY(CkZbZgClQdDialog::ImportTenderFile(
+            nullptr, works,
+            QStringLiteral(TEST_DATA_DIR "/../../appdir/Samples/示例工程-招标文件.cjz")));
+        {
+            DbZbZgClDialog d(works);
+            attachModelTesters(&d);
+            QVERIFY(d.Load());
+            int matched = 0, unmatched = 0, normalised = 0;
+            ZgClQdBusiness::CountZbZgCl(d.records(), matched, unmatched);
+            for (const DbZbZgClItem* r : d.records())
+                normalised += r->GetState() == DbZbZgClItem::MatchedByNorm;
+            qInfo() << d.counter()->text() << "normalised" << normalised;
+            QVERIFY(matched > 0);
+            const QString dir = qEnvironmentVariable("TARVO_SCREENSHOT_DIR");
+            if (!dir.isEmpty()) {
+                d.show();
+                QTest::qWait(50);
+                QVERIFY(d.grab().save(dir + "/DbZbZgClDialog-sample.png"));
+            }
+        }
+        DataManagement::getInstance()->CloseProjectWorks(index);
     }
 
     void screenshots()
