@@ -6,10 +6,12 @@
 #include "ProjectWorks.h"
 #include "ZgjClHzTable.h"
 
+#include <QHash>
 #include <QList>
 #include <QMap>
 #include <QString>
 
+class DbZbZgClItem;
 class ProTreeNode;
 class ProgressSink;
 class ZgClZsItem;
@@ -106,4 +108,76 @@ public:
     static bool AquireGcZbZgClFromCJZRes(const QList<ZgClZsItem*>& nodes,
                                          const QMap<int, ProTreeNode*>& dwMap,
                                          ProjectWorks::ZbZgClMap& materials);
+
+    // --- Matching the bid's materials to the tender list (ZgClQdBusinessMatch.cpp) ---
+
+    // The material lines of each unit project, by project-tree id: rows of the unit
+    // projects' own materials (人材机), borrowed.
+    using TbClMap = QHash<int, QList<BaseDataItem*>>;
+    using DwMap = QMap<int, ProTreeNode*>;
+
+    // Gathers the bid materials of every unit project and makes the first matching of the
+    // stored tender list: per unit project a heading, its tender materials (matched or not)
+    // and its provisional materials that no tender material took. Tender materials of unit
+    // projects the project no longer has are shown under an orphan heading. False, and no
+    // records, when the project holds no tender list.
+    static bool InitMatchZbZgCl(ConstructionWorks* project, QList<DbZbZgClItem*>& records,
+                                TbClMap& tbCl, DwMap& dwMap, ProgressSink* progress);
+    // Carries the pairs of the project-wide comparison into the per-unit-project records: a
+    // tender material takes the unit project's line of the bid material its equal took over
+    // all materials. resetAll: every tender record is unpaired first; otherwise only
+    // unmatched ones take a pair.
+    static void MatchZbZgClByDbRes(ConstructionWorks* project,
+                                   const QList<DbZbZgClItem*>& syRecords, bool resetAll,
+                                   QList<DbZbZgClItem*>& records, const TbClMap& tbCl,
+                                   const DwMap& dwMap, ProgressSink* progress, int share);
+    // Matches again the tender materials of one unit project, after they were unpaired.
+    static void MatchDqZxGcZbZgCl(int dwId, ProTreeNode* dwNode, QList<DbZbZgClItem*>& records,
+                                  const TbClMap& tbCl);
+    // The unit project's line equal (name, model, unit) to the given material, or null.
+    static BaseDataItem* CheckFZgClExistInDw(const QList<BaseDataItem*>& dwCl,
+                                             const BaseDataItem* material);
+    // The material with these properties, or null.
+    static BaseDataItem* CheckMaterialExists(const QList<BaseDataItem*>& materials,
+                                             const QString& name, const QString& model,
+                                             const QString& unit, double price);
+    // The project's bid materials, one line per material (name, model, unit), in the order
+    // of the unit projects.
+    static QList<BaseDataItem*> GetAllTbCl(const TbClMap& tbCl, const DwMap& dwMap);
+    // Rebuilds the bid-only rows of one unit project (-1: the project-wide comparison): its
+    // provisional materials that no tender record of it holds.
+    static void RefreshTbOnlyRows(int dwId, QList<DbZbZgClItem*>& records, const TbClMap& tbCl);
+    // Tender records matched (states 0 and 3) and unmatched (state 1).
+    static void CountZbZgCl(const QList<DbZbZgClItem*>& records, int& matched, int& unmatched);
+
+    // b1: a matched material's adjusted price differs from the tender's provisional price;
+    // b2: a matched material is not provisional; b3: a material no tender material took is
+    // provisional. Orphan rows do not count.
+    static void AnalyzeZbZgClModifyProperty(const QList<DbZbZgClItem*>& records,
+                                            const TbClMap& tbCl, bool& b1, bool& b2, bool& b3);
+    // Writes the pairs into the unit projects: the tender code to every line of the paired
+    // material, and as chosen the provisional price as adjusted price, the provisional
+    // attribute on matched materials, and no provisional attribute on the rest. Progress
+    // runs from 0 over share points. Journalled in the caller's record.
+    static void ApplyZbZgClModifyToProject(const DwMap& dwMap, const QList<DbZbZgClItem*>& records,
+                                           const TbClMap& tbCl, bool modifyPrice,
+                                           bool setProvisional, bool cancelProvisional,
+                                           ProgressSink* progress, int share);
+
+    // The project-wide comparison: the tender materials and the bid materials of all unit
+    // projects, each once per material, as records with dwId -1. tbCl and dwMap are filled
+    // as by InitMatchZbZgCl. False when the project holds no tender list.
+    static bool GetGcZbAndTbCl(ConstructionWorks* project, QList<DbZbZgClItem*>& records,
+                               TbClMap& tbCl, DwMap& dwMap, ProgressSink* progress);
+    static void AutoMatchZbSyCl(QList<DbZbZgClItem*>& records, const TbClMap& tbCl,
+                                const DwMap& dwMap);
+    static void AnalyzeSyZbZgClModifyProperty(const QList<DbZbZgClItem*>& records,
+                                              const TbClMap& tbCl, const DwMap& dwMap, bool& b1,
+                                              bool& b2, bool& b3);
+    // As ApplyZbZgClModifyToProject, for every unit project holding a paired material.
+    static void ApplySyZbZgClModifyToProject(const DwMap& dwMap,
+                                             const QList<DbZbZgClItem*>& records,
+                                             const TbClMap& tbCl, bool modifyPrice,
+                                             bool setProvisional, bool cancelProvisional,
+                                             ProgressSink* progress, int share);
 };

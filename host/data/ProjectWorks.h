@@ -8,6 +8,7 @@
 #include <QPair>
 #include <QString>
 
+#include <algorithm>
 #include <memory>
 
 // One construction project (建设项目) and one project file: the project tree, and for every
@@ -69,6 +70,14 @@ public:
     // holds no tender list.
     bool GetDwZbZgCl(const DwKey& dwKey, QList<ZgjClHzItem*>& materials) const;
     bool HasGcZbZgCl() const { return m_hasZbZgCl; }
+    // The unit-project node ids the stored tender list has materials for, ascending; a unit
+    // project deleted since the list was stored is still among them.
+    QList<int> GcZbZgClUnitIds() const
+    {
+        QList<int> ids = m_zbZgCl.keys();
+        std::sort(ids.begin(), ids.end());
+        return ids;
+    }
     // Replaces the stored evaluated-materials list, taking the rows over.
     bool SetGcZbXPsCl(qint64 sjId, QList<SjCqXPsClItem*>& materials);
     const QList<SjCqXPsClItem*>& GetGcZbXPsCl() const { return m_zbXPsCl; }

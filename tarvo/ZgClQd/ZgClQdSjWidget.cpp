@@ -2,6 +2,7 @@
 
 #include "PopupDialog/CkDwGcZgSzDialog.h"
 #include "PopupDialog/CkZbZgClQdDialog.h"
+#include "PopupDialog/DbZbZgClDialog.h"
 #include "PopupDialog/XHAndBMFactorDialog.h"
 #include "ZgClQdModel.h"
 #include "common/MaterialGridServiceOf.h"
@@ -53,6 +54,8 @@ public:
 };
 
 const QString kProgressText = QStringLiteral("正在汇总工程所有暂估材料，请等待");
+const QString kNoTenderList =
+    QStringLiteral("当前工程没有招标文件约定的暂估清单，请先在“查看招标暂估材料”中导入招标文件。");
 
 } // namespace
 
@@ -79,6 +82,8 @@ ZgClQdSjWidget::ZgClQdSjWidget(AuditBusiness* audit, QWidget* parent)
 
     // "查看招标暂估材料": the tender's provisional list, over the page's project.
     connect(this, &ZgClQdSjWidget::signalViewTenderList, this, &ZgClQdSjWidget::slotShowTenderList);
+    connect(this, &ZgClQdSjWidget::signalMatchTenderList, this,
+            &ZgClQdSjWidget::slotMatchTenderList);
 
     // The explanation panel takes the place of the shared grid's colour line.
     m_explanation = findChild<QLabel*>(QStringLiteral("legend"));
@@ -284,6 +289,28 @@ void ZgClQdSjWidget::slotAcDyZlTbZgCl()
         if (isWritable())
             emit signalMatchTenderList();
     });
+}
+
+void ZgClQdSjWidget::slotMatchTenderList()
+{
+    // The whole dialog is one user action: every pair it writes back and the rebuilt list
+    // are undone in one step, and a dialog closed without saving leaves no step.
+    runCommand("slotMatchTenderList", QStringLiteral("对应整理投标暂估材料"),
+               OperationKind::Summary, [&] {
+                   ProjectWorks* project = works() ? works()->getOwner() : nullptr;
+                   if (!project || !project->HasGcZbZgCl()) {
+                       showInformation(this, QStringLiteral("操作提示"), kNoTenderList);
+                       return;
+                   }
+                   showingFormerRows([&] {
+                       DbZbZgClDialog dialog(works(), this);
+                       if (!dialog.Load()) {
+                           showInformation(this, QStringLiteral("操作提示"), kNoTenderList);
+                           return;
+                       }
+                       zTitleModal::ShowModal(&dialog);
+                   });
+               });
 }
 
 void ZgClQdSjWidget::slotShowTenderList()

@@ -61,6 +61,8 @@ protected:
 private slots:
     // Opens the tender's provisional list (CkZbZgClQdDialog) over the page's project.
     void slotShowTenderList();
+    // Opens the matching dialog (DbZbZgClDialog) inside the page's undo record.
+    void slotMatchTenderList();
 
 private:
     ZgjClHzTable* list() const;

@@ -391,8 +391,7 @@ QString MaterialSjWidget::RefreshReport(int a, int b)
     return report;
 }
 
-void MaterialSjWidget::rebuildShowingFormerRows(const QString& progressText,
-                                                const std::function<void(VXProgressBar&)>& work)
+void MaterialSjWidget::showingFormerRows(const std::function<void()>& work)
 {
     GeneralTableBase* live = table();
     std::unique_ptr<GeneralTableBase> copy = m_service->newTable();
@@ -404,10 +403,18 @@ void MaterialSjWidget::rebuildShowingFormerRows(const QString& progressText,
         GeneralTableBase* live;
         ~Restore() { self->model()->setTableSource(self->works(), live); }
     } restore{this, live};
-    VXProgressBar progress(QStringLiteral("提示"), progressText, 0, 100,
-                           Communication::GetInstance()->GetMainWindow());
-    progress.setFixedHeight(HostScreen::Scaled(124));
-    progress.show(); // painted before the host starts its work
-    QCoreApplication::processEvents();
-    work(progress);
+    work();
+}
+
+void MaterialSjWidget::rebuildShowingFormerRows(const QString& progressText,
+                                                const std::function<void(VXProgressBar&)>& work)
+{
+    showingFormerRows([&] {
+        VXProgressBar progress(QStringLiteral("提示"), progressText, 0, 100,
+                               Communication::GetInstance()->GetMainWindow());
+        progress.setFixedHeight(HostScreen::Scaled(124));
+        progress.show(); // painted before the host starts its work
+        QCoreApplication::processEvents();
+        work(progress);
+    });
 }

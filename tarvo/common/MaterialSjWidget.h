@@ -106,6 +106,9 @@ protected:
     // when this returns, also when the work throws. Runs inside the caller's command.
     void rebuildShowingFormerRows(const QString& progressText,
                                   const std::function<void(VXProgressBar&)>& work);
+    // Runs work while the grid shows a copy of the former rows (a dialog that rebuilds the
+    // list when it applies); the grid is back on the list when this returns.
+    void showingFormerRows(const std::function<void()>& work);
 
     bool canMoveRows(int from, int to) const override;
     bool moveRows(int from, int to) override;

@@ -119,11 +119,12 @@ QString CkZbZgClQdDialog::askFile(const QString& filter)
     return path;
 }
 
-void CkZbZgClQdDialog::importFile(const QString& path)
+bool CkZbZgClQdDialog::ImportTenderFile(QWidget* parent, ConstructionWorks* works,
+                                        const QString& path)
 {
-    ProjectWorks* project = m_works ? m_works->getOwner() : nullptr;
+    ProjectWorks* project = works ? works->getOwner() : nullptr;
     if (!project)
-        return;
+        return false;
     DataManagement* data = DataManagement::getInstance();
     const QList<ProTreeNode*> nodes = data->GetProTreeNodeListInOrder(project->projectIndex());
     ConstructionWorks* construction = project->GetConstructionWorksNode();
@@ -131,15 +132,15 @@ void CkZbZgClQdDialog::importFile(const QString& path)
     CJZZgclBusinessYN reader;
     CJZZgclBusinessYN::DwClMap materials;
     if (!reader.LoadDwgcZgclData(path, nodes, materials, true)) {
-        showInformation(this, QStringLiteral("操作提示"), reader.LastError());
-        return;
+        showInformation(parent, QStringLiteral("操作提示"), reader.LastError());
+        return false;
     }
     QList<ZgClZsItem*> read;
-    reader.GetGcZbZgClTreeList(project->GetSjId(), m_works->getAuditId(), read, materials);
+    reader.GetGcZbZgClTreeList(project->GetSjId(), works->getAuditId(), read, materials);
     if (read.isEmpty()) {
-        showInformation(this, QStringLiteral("操作提示"),
+        showInformation(parent, QStringLiteral("操作提示"),
                         QStringLiteral("导入的招标文件工程树结构与当前工程不一致，请重新选择"));
-        return;
+        return false;
     }
     QMap<int, ProTreeNode*> dwMap;
     ProjectWorks::ZbZgClMap stored;
@@ -147,9 +148,9 @@ void CkZbZgClQdDialog::importFile(const QString& path)
                         ZgClQdBusiness::AquireGcZbZgClFromCJZRes(read, dwMap, stored);
     qDeleteAll(read);
     if (!mapped || !project->SetGcZbZgCl(project->GetSjId(), stored)) {
-        showInformation(this, QStringLiteral("操作提示"),
+        showInformation(parent, QStringLiteral("操作提示"),
                         QStringLiteral("导入的招标文件工程树结构与当前工程不一致，请重新选择"));
-        return;
+        return false;
     }
     project->SetZbFileName(QFileInfo(path).fileName());
     // A file with an evaluated-materials list brings it along.
@@ -157,6 +158,7 @@ void CkZbZgClQdDialog::importFile(const QString& path)
         QList<SjCqXPsClItem*> evaluated = reader.TakeGcZbXPsClList();
         project->SetGcZbXPsCl(project->GetSjId(), evaluated);
     }
+    return true;
 }
 
 void CkZbZgClQdDialog::slotImportCJZClicked()
@@ -167,7 +169,7 @@ void CkZbZgClQdDialog::slotImportCJZClicked()
             askFile(QStringLiteral("四川省建设工程造价电子数据标准 (*.cjz *.CJZ)"));
         if (path.isEmpty())
             return;
-        importFile(path);
+        ImportTenderFile(this, m_works, path);
         reload();
     };
 }
@@ -180,7 +182,7 @@ void CkZbZgClQdDialog::slotImportCJZClicked_YN()
         const QString path = askFile(QStringLiteral("数据接口文件 (*.YFJZ)"));
         if (path.isEmpty())
             return;
-        importFile(path);
+        ImportTenderFile(this, m_works, path);
         reload();
     };
 }

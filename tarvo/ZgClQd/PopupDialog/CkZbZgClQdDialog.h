@@ -26,6 +26,10 @@ public:
     QToolButton* importButton() const { return m_import; }
     QPushButton* exportButton() const { return m_export; }
 
+    // Reads a tender file's provisional list (and evaluated list, when it has one) into the
+    // project of works when its tree fits; tells the user otherwise. True when stored.
+    static bool ImportTenderFile(QWidget* parent, ConstructionWorks* works, const QString& path);
+
 public slots:
     void slotImportCJZClicked();
     void slotImportCJZClicked_YN();
@@ -35,8 +39,6 @@ private:
     // Reads the stored tender list again.
     void reload();
     void clearNodes();
-    // Reads the file's provisional list into the project when its tree fits.
-    void importFile(const QString& path);
     QString askFile(const QString& filter);
 
     ConstructionWorks* m_works;

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QDialog>
+
+class QCheckBox;
+
+// The save options of the matching dialogs: three changes that may go with saving the
+// correspondences, each offered only when there is something for it to change. "保存" goes
+// on with the boxes as ticked; "继续" returns to editing.
+class TbZbZgClDialog : public QDialog
+{
+    Q_OBJECT
+public:
+    TbZbZgClDialog(bool modifyPrice, bool setProvisional, bool cancelProvisional,
+                   QWidget* parent = nullptr);
+
+    bool modifyPrice() const;
+    bool setProvisional() const;
+    bool cancelProvisional() const;
+    QCheckBox* box(int i) const { return m_boxes[i]; }
+
+private:
+    QCheckBox* m_boxes[3];
+};
