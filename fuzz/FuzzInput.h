@@ -7,17 +7,19 @@
 #include <cstddef>
 #include <cstdint>
 
-// What every fuzz target shares: one application object (the SQL drivers and codecs want one)
-// and a scratch folder where an input is written for the readers that take a path.
-namespace FuzzInput {
-
-inline void startApplication()
+// What every fuzz target shares (each includes this once): one application object, made
+// before the first input (the SQL drivers and codecs want one), and a scratch folder where an
+// input is written for the readers that take a path.
+extern "C" int LLVMFuzzerInitialize(int*, char***)
 {
     static int argc = 1;
     static char name[] = "tarvo-fuzz";
     static char* argv[] = {name, nullptr};
     static QCoreApplication app(argc, argv);
+    return 0;
 }
+
+namespace FuzzInput {
 
 // Writes the input to a file of this name in the scratch folder and returns its path (empty
 // when the file cannot be written).

@@ -2,12 +2,6 @@
 #include "FuzzInput.h"
 #include "HeaderColumn.h"
 
-extern "C" int LLVMFuzzerInitialize(int*, char***)
-{
-    FuzzInput::startApplication();
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     QString error;

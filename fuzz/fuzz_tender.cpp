@@ -3,12 +3,6 @@
 #include "TenderDocument.h"
 #include "TenderFileReader.h"
 
-extern "C" int LLVMFuzzerInitialize(int*, char***)
-{
-    FuzzInput::startApplication();
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const QString path = FuzzInput::writeFile(QStringLiteral("in.cjz"), data, size);

@@ -4,12 +4,6 @@
 #include "LibXLExcel.h"
 #include "LibXLExcelSheet.h"
 
-extern "C" int LLVMFuzzerInitialize(int*, char***)
-{
-    FuzzInput::startApplication();
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
     const QString path = FuzzInput::writeFile(

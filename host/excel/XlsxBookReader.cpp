@@ -147,20 +147,25 @@ public:
         return std::make_unique<ZipPartDevice>(file, limit);
     }
 
-    // After a parse: a read failure of the zip stream is a damaged file, else the XML is bad.
-    static QString parseError(const QString& name, const QXmlStreamReader& xml,
-                              const ZipPartDevice& device)
+    // After a parse: a read failure of the zip stream is a damaged file, else the XML is bad
+    // (where: "line L, column C" or "line L").
+    static QString parseError(const QString& name, const ZipPartDevice& device,
+                              const QString& where, const QString& what)
     {
         if (device.tooLarge())
             return QStringLiteral("part %1 unpacks to more than the reader accepts").arg(name);
         if (device.failed())
             return QStringLiteral("the file is corrupt or truncated: part %1 cannot be unpacked")
                 .arg(name);
-        return QStringLiteral("part %1 is not well-formed XML (line %2, column %3: %4)")
-            .arg(name)
-            .arg(xml.lineNumber())
-            .arg(xml.columnNumber())
-            .arg(xml.errorString());
+        return QStringLiteral("part %1 is not well-formed XML (%2: %3)").arg(name, where, what);
+    }
+    static QString parseError(const QString& name, const QXmlStreamReader& xml,
+                              const ZipPartDevice& device)
+    {
+        return parseError(
+            name, device,
+            QStringLiteral("line %1, column %2").arg(xml.lineNumber()).arg(xml.columnNumber()),
+            xml.errorString());
     }
 
     bool relationships(const QString& partName, QVector<Relationship>* out, QString* error) const
@@ -264,15 +269,8 @@ bool stringItem(XmlPartScanner& xml, QString* text)
 
 QString scanError(const QString& name, const XmlPartScanner& xml, const ZipPartDevice& device)
 {
-    if (device.tooLarge())
-        return QStringLiteral("part %1 unpacks to more than the reader accepts").arg(name);
-    if (device.failed())
-        return QStringLiteral("the file is corrupt or truncated: part %1 cannot be unpacked")
-            .arg(name);
-    return QStringLiteral("part %1 is not well-formed XML (line %2: %3)")
-        .arg(name)
-        .arg(xml.lineNumber())
-        .arg(xml.errorString());
+    return Package::parseError(name, device, QStringLiteral("line %1").arg(xml.lineNumber()),
+                               xml.errorString());
 }
 
 // Leading and trailing blanks are not part of a number, an index or a reference.

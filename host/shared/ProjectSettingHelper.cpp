@@ -53,7 +53,8 @@ QColor ProjectSettingHelper::getItemColor(int id) const
         {25, QColor(204, 232, 255)}, // background of rows in the block
     };
     const QJsonObject root =
-        ReadJsonConfig(SharedInterface::GetAppPath() + QStringLiteral("Config/ItemColors.json"));
+        ReadJsonConfig(SharedInterface::GetAppPath() + QStringLiteral("Config/ItemColors.json"),
+                       QStringLiteral("colours"));
     const QString configured = root.value(QString::number(id)).toString();
     if (QColor::isValidColor(configured))
         return QColor(configured);
@@ -65,6 +66,7 @@ QString ProjectSettingHelper::GetSetting(const QString& key, const QString& defa
     if (m_settings.contains(key))
         return m_settings.value(key);
     const QJsonObject root =
-        ReadJsonConfig(SharedInterface::GetAppPath() + QStringLiteral("Config/Settings.json"));
+        ReadJsonConfig(SharedInterface::GetAppPath() + QStringLiteral("Config/Settings.json"),
+                       QStringLiteral("settings"));
     return root.value(key).toString(defaultValue);
 }
