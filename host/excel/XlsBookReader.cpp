@@ -486,7 +486,7 @@ struct FreeXlHandle
 } // namespace
 
 bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExcel* book,
-                         QString* error, bool cellsFromFreeXl)
+                         QString* error, bool ownCellsOnly)
 {
     RecordReader records(stream, 0);
     if (!records.next() || (records.type != 0x0809 && records.type != 0x0409)) {
@@ -558,11 +558,12 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
         return false;
     }
     if (biff8)
-        globals.shared = readSharedStrings(sstSegments, !cellsFromFreeXl);
+        globals.shared = readSharedStrings(sstSegments, ownCellsOnly);
 
-    // Asked to take the cells from FreeXL, we still walk ourselves when the shared strings hold
-    // a text it garbles (one that runs over more than two records) or it cannot list every sheet.
-    bool ownCells = !cellsFromFreeXl || globals.shared.beyondFreeXl;
+    // FreeXL reads the cells unless the shared strings hold a text it garbles (one that runs
+    // over more than two records); then, or when FreeXL cannot list every sheet, the cells
+    // come from our own walk over the records.
+    bool ownCells = ownCellsOnly || globals.shared.beyondFreeXl;
     FreeXlHandle xl;
     QHash<QString, unsigned int> freexlIndex;
     for (SheetInfo& sheet : sheets) {

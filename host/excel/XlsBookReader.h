@@ -5,15 +5,16 @@
 
 class LibXLExcel;
 
-// Reads an .xls workbook (BIFF8, and BIFF5 as older programs write it) by our own walk over the
-// records, which streams the cells straight into the sheets: values, shared strings (held once
-// per book), sheet visibility, merged ranges, the last values of formulas, booleans and errors,
-// column widths and row heights, and the refusal of encrypted files and of absurd dimensions.
-// FreeXL can give the cell values instead (cellsFromFreeXl): the tests read every sample both
-// ways and compare, so FreeXL stays the independent check on our walk.
+// Reads an .xls workbook (BIFF8, and BIFF5 as older programs write it). FreeXL gives the cell
+// values; a pass of our own over the records adds what FreeXL leaves out: sheet visibility,
+// merged ranges, the last values of formulas, booleans and errors, column widths and row
+// heights, and the refusal of encrypted files and of absurd sheet dimensions before FreeXL
+// sizes anything after them.
 class XlsBookReader
 {
 public:
+    // ownCellsOnly: take the cells from our own record walk, not from FreeXL (done anyway when
+    // FreeXL would garble the file's strings; tests compare both ways).
     static bool read(const QString& path, const QByteArray& workbookStream, LibXLExcel* book,
-                     QString* error, bool cellsFromFreeXl = false);
+                     QString* error, bool ownCellsOnly = false);
 };
