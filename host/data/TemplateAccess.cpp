@@ -33,7 +33,9 @@ bool TemplateAccess::ReadTemplateFile(const QString& path, GeneralTableBase* tab
     if (!file.open(QIODevice::ReadOnly))
         return fail(QStringLiteral("文件无法读取"));
     QJsonParseError parseError;
-    const QByteArray bytes = file.read(64 << 20);
+    if (file.size() > (64 << 20))
+        return fail(QStringLiteral("文件过大"));
+    const QByteArray bytes = file.readAll();
     QString problem;
     if (!JsonSchemaCheck::wellFormed(bytes, &problem))
         return fail(QStringLiteral("文件格式错误（%1）").arg(problem));

@@ -23,7 +23,13 @@ RibbonConfig MenuBarManager::ReadMenuBarInfoFromFileEx(const QString& path, QStr
             *error = QStringLiteral("菜单配置文件无法打开：%1").arg(path);
         return config;
     }
-    const QByteArray bytes = file.read(16 << 20);
+    // Read whole, within a bound (read(max) would reserve the bound itself every time).
+    if (file.size() > (16 << 20)) {
+        if (error)
+            *error = QStringLiteral("菜单配置文件过大：%1").arg(path);
+        return config;
+    }
+    const QByteArray bytes = file.readAll();
     QString problem;
     if (!JsonSchemaCheck::wellFormed(bytes, &problem)) {
         if (error)

@@ -14,7 +14,11 @@ QJsonObject ReadJsonConfig(const QString& path, const QString& schemaKind)
         qDebug().noquote() << QStringLiteral("配置文件无法打开: %1").arg(path);
         return {};
     }
-    const QByteArray bytes = file.read(16 << 20);
+    if (file.size() > (16 << 20)) {
+        JsonSchemaCheck::warnOnce(QStringLiteral("配置文件“%1”过大，已按默认值使用").arg(path));
+        return {};
+    }
+    const QByteArray bytes = file.readAll();
     QString problem;
     if (!JsonSchemaCheck::wellFormed(bytes, &problem)) {
         JsonSchemaCheck::warnOnce(
