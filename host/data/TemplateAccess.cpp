@@ -33,7 +33,12 @@ bool TemplateAccess::ReadTemplateFile(const QString& path, GeneralTableBase* tab
     if (!file.open(QIODevice::ReadOnly))
         return fail(QStringLiteral("文件无法读取"));
     QJsonParseError parseError;
+    if (file.size() > (64 << 20))
+        return fail(QStringLiteral("文件过大"));
     const QByteArray bytes = file.readAll();
+    QString problem;
+    if (!JsonSchemaCheck::wellFormed(bytes, &problem))
+        return fail(QStringLiteral("文件格式错误（%1）").arg(problem));
     const QJsonDocument doc = QJsonDocument::fromJson(bytes, &parseError);
     if (parseError.error != QJsonParseError::NoError || !doc.isObject())
         return fail(QStringLiteral("文件格式错误（%1）").arg(parseError.errorString()));
@@ -44,7 +49,6 @@ bool TemplateAccess::ReadTemplateFile(const QString& path, GeneralTableBase* tab
         return fail(QStringLiteral("模板属于其他清单"));
     // Version, row kinds and value types as the format defines them; a template without rows
     // would empty the list, so it is refused like any other malformed template.
-    QString problem;
     if (!JsonSchemaCheck::validate(bytes, QStringLiteral("content-template"), &problem))
         return fail(problem);
     const QJsonArray rows = root.value(QStringLiteral("rows")).toArray();

@@ -3,6 +3,7 @@
 #include "ExcelText.h"
 #include "LibXLExcel.h"
 #include "LibXLExcelSheet.h"
+#include "XmlPartScanner.h"
 
 #include <QFile>
 #include <QIODevice>
@@ -10,6 +11,7 @@
 
 #include <zip.h>
 
+#include <charconv>
 #include <memory>
 
 namespace {
@@ -145,20 +147,25 @@ public:
         return std::make_unique<ZipPartDevice>(file, limit);
     }
 
-    // After a parse: a read failure of the zip stream is a damaged file, else the XML is bad.
-    static QString parseError(const QString& name, const QXmlStreamReader& xml,
-                              const ZipPartDevice& device)
+    // After a parse: a read failure of the zip stream is a damaged file, else the XML is bad
+    // (where: "line L, column C" or "line L").
+    static QString parseError(const QString& name, const ZipPartDevice& device,
+                              const QString& where, const QString& what)
     {
         if (device.tooLarge())
             return QStringLiteral("part %1 unpacks to more than the reader accepts").arg(name);
         if (device.failed())
             return QStringLiteral("the file is corrupt or truncated: part %1 cannot be unpacked")
                 .arg(name);
-        return QStringLiteral("part %1 is not well-formed XML (line %2, column %3: %4)")
-            .arg(name)
-            .arg(xml.lineNumber())
-            .arg(xml.columnNumber())
-            .arg(xml.errorString());
+        return QStringLiteral("part %1 is not well-formed XML (%2: %3)").arg(name, where, what);
+    }
+    static QString parseError(const QString& name, const QXmlStreamReader& xml,
+                              const ZipPartDevice& device)
+    {
+        return parseError(
+            name, device,
+            QStringLiteral("line %1, column %2").arg(xml.lineNumber()).arg(xml.columnNumber()),
+            xml.errorString());
     }
 
     bool relationships(const QString& partName, QVector<Relationship>* out, QString* error) const
@@ -225,30 +232,113 @@ QString relationshipId(const QXmlStreamAttributes& attributes)
 }
 
 // Gathers the text of the element the reader stands on: <t> pieces outside phonetic runs.
-QString stringItem(QXmlStreamReader& xml)
+// Gathers the text of the element the scanner stands on: <t> pieces outside phonetic runs.
+bool stringItem(XmlPartScanner& xml, QString* text)
 {
-    QString text;
+    QByteArray bytes;
     int rph = 0;
     int depth = 1;
-    while (depth > 0 && !xml.atEnd()) {
-        const QXmlStreamReader::TokenType token = xml.readNext();
-        if (token == QXmlStreamReader::StartElement) {
-            if (xml.name() == QLatin1String("t")) {
-                const QString piece = xml.readElementText();
-                if (rph == 0)
-                    text += piece;
-                continue;
-            }
+    bool inText = false;
+    while (depth > 0) {
+        switch (xml.next()) {
+        case XmlPartScanner::StartElement:
             ++depth;
-            if (xml.name() == QLatin1String("rPh"))
+            if (xml.name() == "t")
+                inText = rph == 0;
+            else if (xml.name() == "rPh")
                 ++rph;
-        } else if (token == QXmlStreamReader::EndElement) {
+            break;
+        case XmlPartScanner::EndElement:
             --depth;
-            if (xml.name() == QLatin1String("rPh"))
+            if (xml.name() == "t")
+                inText = false;
+            else if (xml.name() == "rPh")
                 --rph;
+            break;
+        case XmlPartScanner::Text:
+            if (inText)
+                bytes += xml.text();
+            break;
+        default:
+            return false;
         }
     }
-    return unescape(text);
+    *text = unescape(QString::fromUtf8(bytes));
+    return true;
+}
+
+QString scanError(const QString& name, const XmlPartScanner& xml, const ZipPartDevice& device)
+{
+    return Package::parseError(name, device, QStringLiteral("line %1").arg(xml.lineNumber()),
+                               xml.errorString());
+}
+
+// Leading and trailing blanks are not part of a number, an index or a reference.
+XmlBytes trimmed(XmlBytes bytes)
+{
+    auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; };
+    while (bytes.size > 0 && blank(bytes.data[0])) {
+        ++bytes.data;
+        --bytes.size;
+    }
+    while (bytes.size > 0 && blank(bytes.data[bytes.size - 1]))
+        --bytes.size;
+    return bytes;
+}
+
+bool toNumber(XmlBytes bytes, double* value)
+{
+    bytes = trimmed(bytes);
+    if (bytes.size > 0 && bytes.data[0] == '+') {
+        ++bytes.data;
+        --bytes.size;
+    }
+    if (bytes.isEmpty())
+        return false;
+    const auto result = std::from_chars(bytes.data, bytes.data + bytes.size, *value);
+    return result.ec == std::errc() && result.ptr == bytes.data + bytes.size;
+}
+
+bool toInt(XmlBytes bytes, int* value)
+{
+    bytes = trimmed(bytes);
+    const auto result = std::from_chars(bytes.data, bytes.data + bytes.size, *value);
+    return bytes.size > 0 && result.ec == std::errc() && result.ptr == bytes.data + bytes.size;
+}
+
+// "B12" to row 11, column 1; false when it is not a cell of a sheet.
+bool toReference(XmlBytes bytes, int* row, int* col)
+{
+    bytes = trimmed(bytes);
+    int i = 0;
+    int column = 0;
+    for (; i < bytes.size && i < 4; ++i) {
+        char c = bytes.data[i];
+        if (c >= 'a' && c <= 'z')
+            c = char(c - 'a' + 'A');
+        if (c < 'A' || c > 'Z')
+            break;
+        column = column * 26 + (c - 'A' + 1);
+    }
+    if (i == 0 || i == bytes.size)
+        return false;
+    qint64 line = 0;
+    for (; i < bytes.size; ++i) {
+        const char c = bytes.data[i];
+        if (c < '0' || c > '9' || line > 10000000)
+            return false;
+        line = line * 10 + (c - '0');
+    }
+    if (column < 1 || column > 16384 || line < 1 || line > 1048576)
+        return false;
+    *row = int(line - 1);
+    *col = column - 1;
+    return true;
+}
+
+QString shown(XmlBytes bytes)
+{
+    return QString::fromUtf8(bytes.data, qMin(bytes.size, 40));
 }
 
 struct Styles
@@ -296,24 +386,29 @@ bool readSharedStrings(const Package& package, const QString& name, QVector<QStr
     auto device = package.part(name, MaxPartBytes, error);
     if (!device)
         return false;
-    QXmlStreamReader xml(device.get());
-    while (!xml.atEnd()) {
-        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == QLatin1String("si")) {
-            if (strings->size() >= MaxSharedStrings) {
-                *error = QStringLiteral("part %1 holds more than %2 strings, more than the "
-                                        "reader accepts")
-                             .arg(name)
-                             .arg(MaxSharedStrings);
-                return false;
-            }
-            strings->append(stringItem(xml));
+    XmlPartScanner xml(device.get());
+    for (;;) {
+        const XmlPartScanner::Token token = xml.next();
+        if (token == XmlPartScanner::EndOfDocument)
+            return true;
+        if (token == XmlPartScanner::Invalid)
+            break;
+        if (token != XmlPartScanner::StartElement || !(xml.name() == "si"))
+            continue;
+        if (strings->size() >= MaxSharedStrings) {
+            *error = QStringLiteral("part %1 holds more than %2 strings, more than the "
+                                    "reader accepts")
+                         .arg(name)
+                         .arg(MaxSharedStrings);
+            return false;
         }
+        QString text;
+        if (!stringItem(xml, &text))
+            break;
+        strings->append(text);
     }
-    if (xml.hasError()) {
-        *error = Package::parseError(name, xml, *device);
-        return false;
-    }
-    return true;
+    *error = scanError(name, xml, *device);
+    return false;
 }
 
 struct SheetReading
@@ -325,6 +420,8 @@ struct SheetReading
     QSharedPointer<const QVector<QString>> shared;
     bool date1904 = false;
     qint64* cellBudget = nullptr;
+    int sharedCount = 0;
+    QByteArray& value; // a cell's value text, reused for every cell
 };
 
 QString cellName(int row, int col)
@@ -341,208 +438,229 @@ bool badCell(const SheetReading& in, const QString& what, QString* error)
     return false;
 }
 
+// The cell whose start tag the scanner just returned.
+bool readCell(const SheetReading& in, XmlPartScanner& xml, int* row, int* col,
+              SheetContent* content, QString* error)
+{
+    enum Kind { Number, Shared, Formula, Inline, Boolean, Error, Iso } kind = Number;
+    int style = 0;
+    XmlBytes attribute;
+    if (xml.attribute("r", &attribute)) {
+        if (!toReference(attribute, row, col))
+            return badCell(in,
+                           QStringLiteral("cell reference \"%1\" is not a cell of a sheet "
+                                          "(1048576 rows x 16384 columns at most)")
+                               .arg(shown(attribute)),
+                           error);
+    } else {
+        ++*col;
+        if (*row < 0)
+            *row = 0;
+        if (*col > 16383)
+            return badCell(in, QStringLiteral("a row has more than 16384 cells"), error);
+    }
+    if (xml.attribute("t", &attribute)) {
+        if (attribute.isEmpty() || attribute == "n")
+            kind = Number;
+        else if (attribute == "s")
+            kind = Shared;
+        else if (attribute == "str")
+            kind = Formula;
+        else if (attribute == "inlineStr")
+            kind = Inline;
+        else if (attribute == "b")
+            kind = Boolean;
+        else if (attribute == "e")
+            kind = Error;
+        else if (attribute == "d")
+            kind = Iso;
+    }
+    if (xml.attribute("s", &attribute) && !toInt(attribute, &style))
+        style = 0;
+
+    // The value: <v> text, or the <is> of an inline string; <f> and the rest are passed over.
+    QByteArray& value = in.value;
+    value.resize(0);
+    QString inlineText;
+    bool hasValue = false;
+    bool hasInline = false;
+    for (;;) {
+        const XmlPartScanner::Token token = xml.next();
+        if (token == XmlPartScanner::EndElement)
+            break;
+        if (token == XmlPartScanner::StartElement) {
+            if (xml.name() == "v") {
+                hasValue = true;
+                for (XmlPartScanner::Token inner = xml.next(); inner != XmlPartScanner::EndElement;
+                     inner = xml.next()) {
+                    if (inner == XmlPartScanner::Text)
+                        value += xml.text();
+                    else if (inner != XmlPartScanner::StartElement || !xml.skipElement())
+                        return false;
+                }
+            } else if (xml.name() == "is") {
+                if (!stringItem(xml, &inlineText))
+                    return false;
+                hasInline = true;
+            } else if (!xml.skipElement()) {
+                return false;
+            }
+        } else if (token != XmlPartScanner::Text) {
+            return false;
+        }
+    }
+    if (--*in.cellBudget < 0)
+        return badCell(in,
+                       QStringLiteral("the workbook holds more cells than the reader accepts "
+                                      "(%1)")
+                           .arg(MaxCellsPerBook),
+                       error);
+    const XmlBytes bytes = trimmed({value.constData(), int(value.size())});
+    if (kind == Inline) {
+        if (hasInline)
+            content->addCell(*row, *col, LibXLExcelSheet::CellString, 0,
+                             content->addOwnString(inlineText));
+    } else if (!hasValue || (bytes.isEmpty() && kind != Formula && kind != Error)) {
+        // A formatted but empty cell, or a formula never calculated (written without a result).
+    } else if (kind == Shared) {
+        int index = -1;
+        if (!toInt(bytes, &index) || index < 0 || index >= in.sharedCount)
+            return badCell(in,
+                           QStringLiteral("cell %1 refers to shared string \"%2\", but the "
+                                          "workbook has %3 shared strings")
+                               .arg(cellName(*row, *col), shown(bytes))
+                               .arg(in.sharedCount),
+                           error);
+        content->addCell(*row, *col, LibXLExcelSheet::CellString, 0, index);
+    } else if (kind == Formula) {
+        content->addCell(*row, *col, LibXLExcelSheet::CellString, 0,
+                         content->addOwnString(unescape(QString::fromUtf8(value))));
+    } else if (kind == Boolean) {
+        content->addCell(*row, *col, LibXLExcelSheet::CellBoolean,
+                         bytes == "1" || bytes == "true" ? 1 : 0, 0);
+    } else if (kind == Error) {
+        content->addCell(*row, *col, LibXLExcelSheet::CellError, 0,
+                         content->addOwnString(QString::fromUtf8(value)));
+    } else if (kind == Iso) {
+        // Strict files may store dates as ISO 8601 text.
+        QString text = QString::fromUtf8(bytes.data, bytes.size);
+        text.replace(QLatin1Char('T'), QLatin1Char(' '));
+        if (text.endsWith(QLatin1Char('Z')))
+            text.chop(1);
+        if (text.endsWith(QLatin1String(" 00:00:00")))
+            text.chop(9);
+        const int dot = text.indexOf(QLatin1Char('.'));
+        if (dot > 0)
+            text.truncate(dot);
+        content->addCell(*row, *col, LibXLExcelSheet::CellDate, 0, content->addOwnString(text));
+    } else {
+        double number = 0;
+        if (!toNumber(bytes, &number))
+            return badCell(in,
+                           QStringLiteral("cell %1 is a number cell whose value \"%2\" is not a "
+                                          "number")
+                               .arg(cellName(*row, *col), shown(bytes)),
+                           error);
+        const bool isDate =
+            style >= 0 && style < in.styles.dateXf.size() && in.styles.dateXf.at(style);
+        const QString date = isDate ? ExcelText::dateText(number, in.date1904) : QString();
+        if (!date.isEmpty())
+            content->addCell(*row, *col, LibXLExcelSheet::CellDate, number,
+                             content->addOwnString(date));
+        else
+            content->addCell(*row, *col, LibXLExcelSheet::CellNumber, number, 0);
+    }
+    return true;
+}
+
+bool readRow(const SheetReading& in, XmlPartScanner& xml, int* row, int* col, SheetContent* content,
+             QString* error)
+{
+    XmlBytes attribute;
+    if (xml.attribute("r", &attribute)) {
+        int r = 0;
+        if (!toInt(attribute, &r) || r < 1 || r > 1048576)
+            return badCell(in,
+                           QStringLiteral("row number \"%1\" is not a row of a sheet (1 to "
+                                          "1048576)")
+                               .arg(shown(attribute)),
+                           error);
+        *row = r - 1;
+    } else {
+        ++*row;
+        if (*row > 1048575)
+            return badCell(in, QStringLiteral("more than 1048576 rows"), error);
+    }
+    *col = -1;
+    double height = 0;
+    if (xml.attribute("customHeight", &attribute) && (attribute == "1" || attribute == "true") &&
+        xml.attribute("ht", &attribute) && toNumber(attribute, &height))
+        content->rowHeights.insert(*row, height);
+    return true;
+}
+
 bool readSheet(const SheetReading& in, SheetContent* content, QString* error)
 {
     auto device = in.package.part(in.part, MaxPartBytes, error);
     if (!device)
         return false;
     content->sharedStrings = in.shared;
-    const int sharedCount = in.shared ? in.shared->size() : 0;
-    QXmlStreamReader xml(device.get());
-    xml.setNamespaceProcessing(false); // local names are all we look at; prefixes are free
+    XmlPartScanner xml(device.get());
     int row = -1;
     int col = -1;
-    QString value; // reused for every cell
-    while (!xml.atEnd()) {
-        if (xml.readNext() != QXmlStreamReader::StartElement)
+    for (;;) {
+        const XmlPartScanner::Token token = xml.next();
+        if (token == XmlPartScanner::EndOfDocument)
+            return true;
+        if (token == XmlPartScanner::Invalid)
+            break;
+        if (token != XmlPartScanner::StartElement)
             continue;
-        const QStringRef tag = xml.name();
-        if (tag == QLatin1String("c")) {
-            // Attributes are read into locals and let go before the reader moves on, so that
-            // its attribute vector is reused instead of copied for every cell.
-            enum Kind { Number, Shared, Formula, Inline, Boolean, Error, Iso } kind = Number;
-            int style = 0;
-            {
-                const QXmlStreamAttributes attributes = xml.attributes();
-                const QStringRef reference = attributes.value(QLatin1String("r"));
-                if (!reference.isEmpty()) {
-                    if (!ExcelText::parseReference(reference, &row, &col))
-                        return badCell(in,
-                                       QStringLiteral("cell reference \"%1\" is not a cell of a "
-                                                      "sheet (1048576 rows x 16384 columns at "
-                                                      "most)")
-                                           .arg(reference),
-                                       error);
-                } else {
-                    ++col;
-                    if (row < 0)
-                        row = 0;
-                    if (col > 16383)
-                        return badCell(in, QStringLiteral("a row has more than 16384 cells"),
-                                       error);
-                }
-                const QStringRef type = attributes.value(QLatin1String("t"));
-                if (type.isEmpty() || type == QLatin1String("n"))
-                    kind = Number;
-                else if (type == QLatin1String("s"))
-                    kind = Shared;
-                else if (type == QLatin1String("str"))
-                    kind = Formula;
-                else if (type == QLatin1String("inlineStr"))
-                    kind = Inline;
-                else if (type == QLatin1String("b"))
-                    kind = Boolean;
-                else if (type == QLatin1String("e"))
-                    kind = Error;
-                else if (type == QLatin1String("d"))
-                    kind = Iso;
-                style = attributes.value(QLatin1String("s")).toInt();
+        const XmlBytes tag = xml.name();
+        XmlBytes attribute;
+        if (tag == "c") {
+            error->clear();
+            if (!readCell(in, xml, &row, &col, content, error)) {
+                if (!error->isEmpty())
+                    return false;
+                break; // the XML went wrong inside the cell
             }
-            value.truncate(0);
-            QString inlineText;
-            bool hasValue = false;
-            bool hasInline = false;
-            int depth = 1;
-            while (depth > 0 && !xml.atEnd()) {
-                const QXmlStreamReader::TokenType token = xml.readNext();
-                if (token == QXmlStreamReader::StartElement) {
-                    if (xml.name() == QLatin1String("v")) {
-                        hasValue = true;
-                        while (!xml.atEnd()) {
-                            const QXmlStreamReader::TokenType inner = xml.readNext();
-                            if (inner == QXmlStreamReader::Characters)
-                                value.append(xml.text());
-                            else if (inner == QXmlStreamReader::EndElement)
-                                break;
-                            else if (inner == QXmlStreamReader::StartElement)
-                                xml.skipCurrentElement();
-                        }
-                    } else if (xml.name() == QLatin1String("is")) {
-                        inlineText = stringItem(xml);
-                        hasInline = true;
-                    } else {
-                        xml.skipCurrentElement();
-                    }
-                } else if (token == QXmlStreamReader::EndElement) {
-                    --depth;
-                }
-            }
-            if (xml.hasError())
-                break;
-            if (--*in.cellBudget < 0)
-                return badCell(in,
-                               QStringLiteral("the workbook holds more cells than the reader "
-                                              "accepts (%1)")
-                                   .arg(MaxCellsPerBook),
-                               error);
-            const QStringRef trimmed = QStringRef(&value).trimmed();
-            if (kind == Inline) {
-                if (hasInline)
-                    content->addCell(row, col, LibXLExcelSheet::CellString, 0,
-                                     content->addOwnString(inlineText));
-            } else if (!hasValue) {
-                continue; // a formatted but empty cell
-            } else if (kind == Shared) {
-                bool ok = false;
-                const int index = trimmed.toInt(&ok);
-                if (!ok || index < 0 || index >= sharedCount)
-                    return badCell(in,
-                                   QStringLiteral("cell %1 refers to shared string \"%2\", but "
-                                                  "the workbook has %3 shared strings")
-                                       .arg(cellName(row, col), value.left(40))
-                                       .arg(sharedCount),
-                                   error);
-                content->addCell(row, col, LibXLExcelSheet::CellString, 0, index);
-            } else if (kind == Formula) {
-                content->addCell(row, col, LibXLExcelSheet::CellString, 0,
-                                 content->addOwnString(unescape(value)));
-            } else if (kind == Boolean) {
-                content->addCell(
-                    row, col, LibXLExcelSheet::CellBoolean,
-                    trimmed == QLatin1String("1") || trimmed == QLatin1String("true") ? 1 : 0, 0);
-            } else if (kind == Error) {
-                content->addCell(row, col, LibXLExcelSheet::CellError, 0,
-                                 content->addOwnString(value));
-            } else if (kind == Iso) {
-                // Strict files may store dates as ISO 8601 text.
-                QString text = trimmed.toString();
-                text.replace(QLatin1Char('T'), QLatin1Char(' '));
-                if (text.endsWith(QLatin1Char('Z')))
-                    text.chop(1);
-                if (text.endsWith(QLatin1String(" 00:00:00")))
-                    text.chop(9);
-                const int dot = text.indexOf(QLatin1Char('.'));
-                if (dot > 0)
-                    text.truncate(dot);
-                content->addCell(row, col, LibXLExcelSheet::CellDate, 0,
-                                 content->addOwnString(text));
-            } else {
-                bool ok = false;
-                const double number = trimmed.toDouble(&ok);
-                if (!ok)
-                    return badCell(in,
-                                   QStringLiteral("cell %1 is a number cell whose value \"%2\" "
-                                                  "is not a number")
-                                       .arg(cellName(row, col), value.left(40)),
-                                   error);
-                const bool isDate =
-                    style >= 0 && style < in.styles.dateXf.size() && in.styles.dateXf.at(style);
-                const QString date = isDate ? ExcelText::dateText(number, in.date1904) : QString();
-                if (!date.isEmpty())
-                    content->addCell(row, col, LibXLExcelSheet::CellDate, number,
-                                     content->addOwnString(date));
-                else
-                    content->addCell(row, col, LibXLExcelSheet::CellNumber, number, 0);
-            }
-        } else if (tag == QLatin1String("row")) {
-            const QXmlStreamAttributes attributes = xml.attributes();
-            const QStringRef number = attributes.value(QLatin1String("r"));
-            if (!number.isEmpty()) {
-                bool ok = false;
-                const int r = number.toInt(&ok);
-                if (!ok || r < 1 || r > 1048576)
-                    return badCell(in,
-                                   QStringLiteral("row number \"%1\" is not a row of a sheet "
-                                                  "(1 to 1048576)")
-                                       .arg(number),
-                                   error);
-                row = r - 1;
-            } else {
-                ++row;
-                if (row > 1048575)
-                    return badCell(in, QStringLiteral("more than 1048576 rows"), error);
-            }
-            col = -1;
-            const QStringRef custom = attributes.value(QLatin1String("customHeight"));
-            if (custom == QLatin1String("1") || custom == QLatin1String("true"))
-                content->rowHeights.insert(row, attributes.value(QLatin1String("ht")).toDouble());
-        } else if (tag == QLatin1String("col")) {
-            const QXmlStreamAttributes attributes = xml.attributes();
-            const int first = attributes.value(QLatin1String("min")).toInt();
-            const int last = attributes.value(QLatin1String("max")).toInt();
-            const double width = attributes.value(QLatin1String("width")).toDouble();
-            if (first >= 1 && last >= first && last <= 16384 && last - first < 300)
+        } else if (tag == "row") {
+            if (!readRow(in, xml, &row, &col, content, error))
+                return false;
+        } else if (tag == "col") {
+            int first = 0;
+            int last = 0;
+            double width = 0;
+            if (xml.attribute("min", &attribute) && toInt(attribute, &first) &&
+                xml.attribute("max", &attribute) && toInt(attribute, &last) &&
+                xml.attribute("width", &attribute) && toNumber(attribute, &width) && first >= 1 &&
+                last >= first && last <= 16384 && last - first < 300)
                 for (int c = first; c <= last; ++c)
                     content->columnWidths.insert(c - 1, width);
-        } else if (tag == QLatin1String("mergeCell")) {
-            const QString ref = xml.attributes().value(QLatin1String("ref")).toString();
-            const QStringList ends = ref.split(QLatin1Char(':'));
+        } else if (tag == "mergeCell") {
+            QByteArray ref;
+            if (xml.attribute("ref", &attribute))
+                xml.decode(attribute, &ref);
+            const QList<QByteArray> ends = ref.split(':');
             ExcelRange range;
+            auto end = [](const QByteArray& text) {
+                return XmlBytes{text.constData(), int(text.size())};
+            };
             if (ends.size() > 2 ||
-                !ExcelText::parseReference(ends.first(), &range.firstRow, &range.firstCol) ||
-                !ExcelText::parseReference(ends.last(), &range.lastRow, &range.lastCol) ||
+                !toReference(end(ends.first()), &range.firstRow, &range.firstCol) ||
+                !toReference(end(ends.last()), &range.lastRow, &range.lastCol) ||
                 range.lastRow < range.firstRow || range.lastCol < range.firstCol)
-                return badCell(in, QStringLiteral("merged range \"%1\" is not a range").arg(ref),
+                return badCell(in,
+                               QStringLiteral("merged range \"%1\" is not a range")
+                                   .arg(QString::fromUtf8(ref.left(40))),
                                error);
             if (content->merges.size() < 1000000)
                 content->merges.append(range);
         }
     }
-    if (xml.hasError()) {
-        *error = Package::parseError(in.part, xml, *device);
-        return false;
-    }
-    return true;
+    *error = scanError(in.part, xml, *device);
+    return false;
 }
 
 } // namespace
@@ -661,6 +779,8 @@ bool XlsxBookReader::read(const QString& path, LibXLExcel* book, QString* error)
 
     book->setDate1904(date1904);
     qint64 budget = MaxCellsPerBook;
+    QByteArray value;
+    value.reserve(256); // reserved capacity survives resize(0)
     for (const SheetEntry& entry : qAsConst(entries)) {
         const LibXLExcelSheet::SheetState state =
             entry.state == QLatin1String("hidden")       ? LibXLExcelSheet::SheetHidden
@@ -681,8 +801,8 @@ bool XlsxBookReader::read(const QString& path, LibXLExcel* book, QString* error)
                              .arg(entry.name, rel->target);
                 return false;
             }
-            SheetReading reading{package, rel->target, entry.name, styles,
-                                 shared,  date1904,    &budget};
+            SheetReading reading{package,  rel->target, entry.name,     styles, shared,
+                                 date1904, &budget,     shared->size(), value};
             if (!readSheet(reading, &content, error))
                 return false;
         }

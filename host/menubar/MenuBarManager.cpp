@@ -1,5 +1,7 @@
 #include "MenuBarManager.h"
 
+#include "JsonSchemaCheck.h"
+
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -21,8 +23,21 @@ RibbonConfig MenuBarManager::ReadMenuBarInfoFromFileEx(const QString& path, QStr
             *error = QStringLiteral("菜单配置文件无法打开：%1").arg(path);
         return config;
     }
+    // Read whole, within a bound (read(max) would reserve the bound itself every time).
+    if (file.size() > (16 << 20)) {
+        if (error)
+            *error = QStringLiteral("菜单配置文件过大：%1").arg(path);
+        return config;
+    }
+    const QByteArray bytes = file.readAll();
+    QString problem;
+    if (!JsonSchemaCheck::wellFormed(bytes, &problem)) {
+        if (error)
+            *error = QStringLiteral("菜单配置文件格式错误：%1（%2）").arg(path, problem);
+        return config;
+    }
     QJsonParseError parseError;
-    const QJsonDocument doc = QJsonDocument::fromJson(file.readAll(), &parseError);
+    const QJsonDocument doc = QJsonDocument::fromJson(bytes, &parseError);
     if (parseError.error != QJsonParseError::NoError || !doc.isObject()) {
         if (error)
             *error = QStringLiteral("菜单配置文件格式错误：%1（%2）")
@@ -31,15 +46,24 @@ RibbonConfig MenuBarManager::ReadMenuBarInfoFromFileEx(const QString& path, QStr
                                         : QStringLiteral("最外层应为对象"));
         return config;
     }
+    // The file's frame (groups, titles, item lists) must be right, or nothing of it is shown.
+    if (!JsonSchemaCheck::validate(bytes, QStringLiteral("ribbon"), &problem)) {
+        if (error)
+            *error = QStringLiteral("菜单配置文件格式错误：%1（%2）").arg(path, problem);
+        return config;
+    }
     static const QStringList kTypes = {QStringLiteral("button"), QStringLiteral("dropdown"),
                                        QStringLiteral("split"), QStringLiteral("combo")};
     QStringList problems;
     const QJsonObject root = doc.object();
     config.page = root.value(QStringLiteral("page")).toString();
-    for (const QJsonValue& g : root.value(QStringLiteral("groups")).toArray()) {
+    const QJsonArray groups = root.value(QStringLiteral("groups")).toArray();
+    for (int g = 0; g < groups.size(); ++g) {
         RibbonGroup group;
-        group.title = g.toObject().value(QStringLiteral("title")).toString();
-        for (const QJsonValue& i : g.toObject().value(QStringLiteral("items")).toArray()) {
+        group.title = groups.at(g).toObject().value(QStringLiteral("title")).toString();
+        const QJsonArray items = groups.at(g).toObject().value(QStringLiteral("items")).toArray();
+        for (int n = 0; n < items.size(); ++n) {
+            const QJsonValue i = items.at(n);
             const QJsonObject o = i.toObject();
             RibbonItem item;
             item.text = o.value(QStringLiteral("text")).toString();
@@ -54,6 +78,15 @@ RibbonConfig MenuBarManager::ReadMenuBarInfoFromFileEx(const QString& path, QStr
                 problems << QStringLiteral("分组“%1”中有未命名的菜单项").arg(group.title);
             else if (!kTypes.contains(item.type))
                 problems << QStringLiteral("菜单项“%1”的类型“%2”无效").arg(item.text, item.type);
+            else if (!JsonSchemaCheck::validate(QJsonDocument(o).toJson(QJsonDocument::Compact),
+                                                QStringLiteral("ribbon-item"), &problem))
+                problems << QStringLiteral("菜单项“%1”不符合格式：/groups/%2/items/%3%4")
+                                .arg(item.text)
+                                .arg(g)
+                                .arg(n)
+                                .arg(problem.startsWith(QLatin1Char('/'))
+                                         ? problem
+                                         : QString(problem).prepend(QLatin1Char(' ')));
             else
                 group.items << item;
         }
@@ -63,6 +96,10 @@ RibbonConfig MenuBarManager::ReadMenuBarInfoFromFileEx(const QString& path, QStr
         problems.prepend(QStringLiteral("菜单配置文件没有任何分组：%1").arg(path));
     else if (!problems.isEmpty())
         problems.prepend(QStringLiteral("菜单配置文件有误：%1").arg(path));
+    // The faulty items are left out by design; each is said once in the log, however often
+    // the page's ribbon is shown again.
+    for (int p = 1; p < problems.size(); ++p)
+        JsonSchemaCheck::warnOnce(problems.at(0) + QLatin1Char(' ') + problems.at(p));
     if (error)
         *error = problems.join(QLatin1Char('\n'));
     return config;

@@ -59,7 +59,7 @@ QColor ProjectSettingHelper::getItemColor(int id) const
     const QString path = SharedInterface::GetAppPath() + QStringLiteral("Config/ItemColors.json");
     auto cached = files.constFind(path);
     if (cached == files.constEnd())
-        cached = files.insert(path, ReadJsonConfig(path));
+        cached = files.insert(path, ReadJsonConfig(path, QStringLiteral("colours")));
     const QString configured = cached.value().value(QString::number(id)).toString();
     if (QColor::isValidColor(configured))
         return QColor(configured);
@@ -71,6 +71,7 @@ QString ProjectSettingHelper::GetSetting(const QString& key, const QString& defa
     if (m_settings.contains(key))
         return m_settings.value(key);
     const QJsonObject root =
-        ReadJsonConfig(SharedInterface::GetAppPath() + QStringLiteral("Config/Settings.json"));
+        ReadJsonConfig(SharedInterface::GetAppPath() + QStringLiteral("Config/Settings.json"),
+                       QStringLiteral("settings"));
     return root.value(key).toString(defaultValue);
 }

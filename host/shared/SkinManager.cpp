@@ -17,7 +17,8 @@ void SkinManager::reload()
 {
     m_colors.clear();
     const QJsonObject root =
-        ReadJsonConfig(SharedInterface::GetAppPath() + QStringLiteral("Config/Skin.json"));
+        ReadJsonConfig(SharedInterface::GetAppPath() + QStringLiteral("Config/Skin.json"),
+                       QStringLiteral("colours"));
     for (auto it = root.begin(); it != root.end(); ++it) {
         const QColor color(it.value().toString());
         if (color.isValid())

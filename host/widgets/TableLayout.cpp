@@ -77,22 +77,46 @@ QJsonObject TableLayout::Describe(const QTableView* view)
     head.insert(QStringLiteral("Columns"), columnArray);
     layout.insert(QStringLiteral("header"), head);
 
-    QJsonArray rows;
+    // A grid has few distinct fonts: each one's object is made once, and the keys of every
+    // column once, not for every cell.
+    struct Keys
+    {
+        QString text;
+        QString font;
+        QString alignment;
+    };
+    QVector<Keys> keys;
+    keys.reserve(columns.size());
+    for (int column : columns) {
+        const QString key = QString::number(column);
+        keys.append({key, key + QStringLiteral("-font"), key + QStringLiteral("-alignment")});
+    }
     const QFont viewFont = view->font();
+    const QJsonObject viewFontObject = FontObject(viewFont);
+    QFont lastFont = viewFont;
+    QJsonObject lastFontObject = viewFontObject;
+    QJsonArray rows;
     for (int r = 0; r < model->rowCount(); ++r) {
         if (view->isRowHidden(r))
             continue;
         QJsonObject row;
         row.insert(QStringLiteral("row"), rows.size());
         row.insert(QStringLiteral("rowHeight"), view->rowHeight(r));
-        for (int column : columns) {
-            const QModelIndex index = model->index(r, column);
-            const QString key = QString::number(column);
-            row.insert(key, model->data(index, Qt::DisplayRole).toString());
+        for (int i = 0; i < columns.size(); ++i) {
+            const QModelIndex index = model->index(r, columns.at(i));
+            row.insert(keys.at(i).text, model->data(index, Qt::DisplayRole).toString());
             const QVariant font = model->data(index, Qt::FontRole);
-            row.insert(key + QStringLiteral("-font"),
-                       FontObject(font.canConvert<QFont>() ? font.value<QFont>() : viewFont));
-            row.insert(key + QStringLiteral("-alignment"),
+            if (!font.canConvert<QFont>()) {
+                row.insert(keys.at(i).font, viewFontObject);
+            } else {
+                const QFont cellFont = font.value<QFont>();
+                if (!(cellFont == lastFont)) {
+                    lastFont = cellFont;
+                    lastFontObject = FontObject(cellFont);
+                }
+                row.insert(keys.at(i).font, lastFontObject);
+            }
+            row.insert(keys.at(i).alignment,
                        alignmentOf(model->data(index, Qt::TextAlignmentRole), defaultAlignment));
         }
         rows.append(row);

@@ -45,12 +45,19 @@ bool TableLayoutExport::Fill(const QJsonObject& layout, LibXLExcel& book, double
     const QJsonArray columns = header.value(QStringLiteral("Columns")).toArray();
     const ExcelFont headerFont = fontOf(header.value(QStringLiteral("font")).toObject());
     const int headerAlignment = int(Qt::AlignCenter);
-    QVector<QString> keys;
+    struct Keys
+    {
+        QString text;
+        QString font;
+        QString alignment;
+    };
+    QVector<Keys> keys;
     keys.reserve(columns.size());
     bool ok = true;
     for (int position = 0; position < columns.size(); ++position) {
         const QJsonObject c = columns.at(position).toObject();
-        keys << QString::number(c.value(QStringLiteral("column")).toInt());
+        const QString key = QString::number(c.value(QStringLiteral("column")).toInt());
+        keys.append({key, key + QStringLiteral("-font"), key + QStringLiteral("-alignment")});
         ok = ok && sheet->WriteStr(1, position, c.value(QStringLiteral("name")).toString(),
                                    headerFont, headerAlignment);
         const double width = ColumnWidth(c.value(QStringLiteral("width")).toInt());
@@ -59,18 +66,24 @@ bool TableLayoutExport::Fill(const QJsonObject& layout, LibXLExcel& book, double
     ok = ok && sheet->SetRow(
                    1, pixelToPoints(header.value(QStringLiteral("height")).toInt(), screenFactor));
     const QJsonArray rows = layout.value(QStringLiteral("Table")).toArray();
-    const QString fontSuffix = QStringLiteral("-font");
-    const QString alignmentSuffix = QStringLiteral("-alignment");
+    // Cells mostly repeat the font of the cell before: the object is read into a font only
+    // when it differs.
+    QJsonObject lastFontObject;
+    ExcelFont lastFont = fontOf(lastFontObject);
     for (const QJsonValue& value : rows) {
         if (!ok)
             break;
         const QJsonObject row = value.toObject();
         const int sheetRow = row.value(QStringLiteral("row")).toInt() + 2;
         for (int position = 0; ok && position < keys.size(); ++position) {
-            const QString& key = keys.at(position);
-            ok = sheet->WriteStr(sheetRow, position, row.value(key).toString(),
-                                 fontOf(row.value(key + fontSuffix).toObject()),
-                                 row.value(key + alignmentSuffix).toInt());
+            const Keys& key = keys.at(position);
+            const QJsonObject fontObject = row.value(key.font).toObject();
+            if (fontObject != lastFontObject) {
+                lastFontObject = fontObject;
+                lastFont = fontOf(fontObject);
+            }
+            ok = sheet->WriteStr(sheetRow, position, row.value(key.text).toString(), lastFont,
+                                 row.value(key.alignment).toInt());
         }
         ok = ok &&
              sheet->SetRow(sheetRow, pixelToPoints(row.value(QStringLiteral("rowHeight")).toInt(),

@@ -136,8 +136,8 @@ private slots:
 
     void headersAndTemplates()
     {
-        const QByteArray header = seed(QStringLiteral("header.json"));
-        const QByteArray templ = seed(QStringLiteral("template.gfqd"));
+        const QByteArray header = seed(QStringLiteral("header/table-header.json"));
+        const QByteArray templ = seed(QStringLiteral("template/fees.gfqd"));
         QVERIFY(!header.isEmpty() && !templ.isEmpty());
         QString error;
         QVERIFY2(HeaderConfig::fromJson(header, &error).isValid(), qPrintable(error));

@@ -272,7 +272,7 @@ private slots:
                          package({{"A", "", sheetXml("<row r='1'><c r='A1'><v>1</v></row>")}})));
         QVERIFY(refusal(path("broken.xlsx"))
                     .startsWith("broken.xlsx: part xl/worksheets/sheet1.xml is not well-formed XML "
-                                "(line 1, column "));
+                                "(line 1: "));
 
         QVERIFY(
             writeZip(path("far.xlsx"),
@@ -306,6 +306,71 @@ private slots:
         write("memo.xls", CompoundFileWriter::build("WordDocument", QByteArray(100, 'w')));
         QCOMPARE(refusal(path("memo.xls")),
                  "memo.xls: this is a Word document, not an Excel workbook");
+    }
+
+    // Sheet and shared-string parts go through our own scanner: what is not well-formed XML is
+    // refused with what is wrong, and what is (however unusual) reads as any XML reader reads it.
+    void sheetXmlIsReadOrRefusedAsXml()
+    {
+        const QVector<QPair<QByteArray, QByteArray>> bad = {
+            {"<row r='1'><c r='A1'><v>1</c></row>", "closing tag </c> does not match <v>"},
+            {"<row r='1'><c r='A1'><v>1</v></c>", "closing tag </sheetData> does not match <row>"},
+            {"<row r='1'><c r=A1><v>1</v></c></row>", "the value of attribute r is not quoted"},
+            {"<row r='1'><c r='A<1'/></row>", "'<' inside an attribute value"},
+            {"<row r='1'><c r='A1'><v>&bogus;</v></c></row>", "unknown entity reference"},
+            {"<row r='1'><c r='A1'><v>&#0;</v></c></row>", "unknown entity reference"},
+            {"<row r='1'rr='2'/>", "a malformed attribute in <row>"},
+            {"</x>", "closing tag </x> does not match <sheetData>"},
+            {"<1row/>", "a tag without a valid name"},
+        };
+        for (const auto& [data, what] : bad) {
+            QVERIFY(writeZip(path("bad.xlsx"), package({{"A", "", sheetXml(data)}})));
+            const QString message = refusal(path("bad.xlsx"));
+            QVERIFY2(message.startsWith("bad.xlsx: part xl/worksheets/sheet1.xml is not "
+                                        "well-formed XML (line 1: ") &&
+                         message.contains(QString::fromUtf8(what)),
+                     qPrintable(message));
+        }
+        const QVector<QPair<QByteArray, QByteArray>> badParts = {
+            {"<!DOCTYPE w [<!ENTITY a 'aaaa'>]><worksheet><sheetData/></worksheet>",
+             "a document type declaration"},
+            {"<worksheet/><worksheet/>", "a second root element"},
+            {"<worksheet/>text", "text outside the root element"},
+            {"<worksheet><sheetData><row r='1'><c r='A1'", "the part ends inside a tag"},
+            {"<worksheet><sheetData>", "the part ends inside element <sheetData>"},
+            {"<!-- only a comment -->", "the part has no root element"},
+            {QByteArray("\xFF\xFE<\0w\0/\0>\0", 10), "UTF-16"},
+        };
+        for (const auto& [xml, what] : badParts) {
+            QVERIFY(writeZip(path("part.xlsx"), package({{"A", "", xml}})));
+            const QString message = refusal(path("part.xlsx"));
+            QVERIFY2(message.contains(QString::fromUtf8(what)), qPrintable(message));
+        }
+        QVERIFY(
+            writeZip(path("sst.xlsx"), package({{"A", "", sheetXml("")}}, "<sst><si><t>a</si>")));
+        QVERIFY(refusal(path("sst.xlsx")).contains("part xl/sharedStrings.xml is not well-formed"));
+
+        // Unusual but well-formed: a byte-order mark, comments and instructions anywhere, CDATA,
+        // character references, '>' in a value, cells without a value, a formula written by a
+        // program that never calculated it (an empty <v>), blanks around numbers.
+        const QByteArray sheet =
+            "\xEF\xBB\xBF<?xml version='1.0'?>\n<!-- made by hand --><worksheet xmlns='x'>"
+            "<sheetData><?page break?><row r='1' spans=\"1:4\" x:odd='a>b'>"
+            "<c r='A1' t='inlineStr'><is><t><![CDATA[<钢筋>]]>&#x20;&#38;&amp;&lt;</t></is></c>"
+            "<c r='B1'><f>A1*2</f><v></v></c><c r='C1'><v/></c><c r='D1' s='0'>"
+            "<!-- c --><v> 12.5 </v></c><c r='E1' t='s'><v>\n0\n</v></c></row></sheetData>"
+            "</worksheet>\n<!-- after -->\n";
+        QVERIFY(writeZip(path("odd.xlsx"),
+                         package({{"A", "", sheet}}, "<sst><si><t>甲</t><t/></si></sst>")));
+        LibXLExcel book;
+        QVERIFY2(book.Open(path("odd.xlsx")), qPrintable(book.ErrorMessage()));
+        const LibXLExcelSheet* s = book.GetSheet(0);
+        QCOMPARE(s->GetCellText(0, 0), "<钢筋> &&<");
+        QCOMPARE(s->GetCellType(0, 1), LibXLExcelSheet::CellEmpty);
+        QCOMPARE(s->GetCellType(0, 2), LibXLExcelSheet::CellEmpty);
+        QCOMPARE(s->GetCellText(0, 3), "12.5");
+        QCOMPARE(s->GetCellText(0, 4), "甲");
+        QCOMPARE(s->CellCount(), 3);
     }
 
     void truncatedFilesAreSaidToBeTruncated()

@@ -1,7 +1,10 @@
 #include "JsonSchemaCheck.h"
 
+#include <QDebug>
 #include <QFile>
 #include <QHash>
+#include <QMutex>
+#include <QSet>
 #include <QUrl>
 #include <QVector>
 
@@ -27,6 +30,8 @@ QString keywordText(const QString& keyword)
         {QStringLiteral("minItems"), QStringLiteral("项数少于要求")},
         {QStringLiteral("maxItems"), QStringLiteral("项数多于允许")},
         {QStringLiteral("minLength"), QStringLiteral("文字为空")},
+        {QStringLiteral("maxLength"), QStringLiteral("文字过长")},
+        {QStringLiteral("pattern"), QStringLiteral("写法不符")},
         {QStringLiteral("additionalProperties"), QStringLiteral("含有不允许的项")}};
     return texts.value(keyword, keyword);
 }
@@ -61,25 +66,62 @@ const rapidjson::SchemaDocument* schemaOf(const QString& kind)
     return schema.get();
 }
 
-// Deepest nesting of a configuration file, counted without recursion (the validator walks the
-// document recursively, so a deeper file is refused before it is walked).
-int depthOf(const rapidjson::Value& root)
+// Refuses what the validator and Qt's JSON reader would handle badly, walking without
+// recursion: nesting deeper than 64 (the validator recurses) and a key twice in one object
+// (Qt silently keeps the last, and leaks the first).
+bool checkShape(const rapidjson::Value& root, QString* problem)
 {
-    QVector<QPair<const rapidjson::Value*, int>> stack{{&root, 1}};
-    int deepest = 0;
+    struct Entry
+    {
+        const rapidjson::Value* value;
+        int depth;
+        QString pointer;
+    };
+    QVector<Entry> stack{{&root, 1, QString()}};
     while (!stack.isEmpty()) {
-        const auto [value, depth] = stack.takeLast();
-        deepest = qMax(deepest, depth);
-        if (deepest > 64)
-            break;
-        if (value->IsArray())
-            for (const rapidjson::Value& item : value->GetArray())
-                stack.append({&item, depth + 1});
-        else if (value->IsObject())
-            for (const auto& member : value->GetObject())
-                stack.append({&member.value, depth + 1});
+        const Entry entry = stack.takeLast();
+        if (entry.depth > 64) {
+            *problem = QStringLiteral("嵌套超过64层");
+            return false;
+        }
+        if (entry.value->IsArray()) {
+            int index = 0;
+            for (const rapidjson::Value& item : entry.value->GetArray())
+                stack.append({&item, entry.depth + 1,
+                              entry.pointer + QLatin1Char('/') + QString::number(index++)});
+        } else if (entry.value->IsObject()) {
+            QSet<QString> keys;
+            for (const auto& member : entry.value->GetObject()) {
+                const QString key =
+                    QString::fromUtf8(member.name.GetString(), int(member.name.GetStringLength()));
+                if (keys.contains(key)) {
+                    *problem =
+                        QStringLiteral("%1 中的键“%2”出现了两次")
+                            .arg(entry.pointer.isEmpty() ? QStringLiteral("/") : entry.pointer,
+                                 key);
+                    return false;
+                }
+                keys.insert(key);
+                stack.append(
+                    {&member.value, entry.depth + 1, entry.pointer + QLatin1Char('/') + key});
+            }
+        }
     }
-    return deepest;
+    return true;
+}
+
+bool parse(const QByteArray& json, rapidjson::Document* document, QString* problem)
+{
+    // Nesting is bounded by the parser's iterative mode: no recursion on the file's depth.
+    document->Parse<rapidjson::kParseIterativeFlag>(json.constData(), json.size());
+    if (document->HasParseError()) {
+        *problem =
+            QStringLiteral("不是有效的JSON（第%1字节：%2）")
+                .arg(document->GetErrorOffset())
+                .arg(QString::fromUtf8(rapidjson::GetParseError_En(document->GetParseError())));
+        return false;
+    }
+    return checkShape(*document, problem);
 }
 
 } // namespace
@@ -95,15 +137,9 @@ bool JsonSchemaCheck::validate(const QByteArray& json, const QString& kind, QStr
     if (!schema)
         return fail(QStringLiteral("没有“%1”的格式定义").arg(kind));
     rapidjson::Document document;
-    // Nesting is bounded by the parser's iterative mode: no recursion on the file's depth.
-    document.Parse<rapidjson::kParseIterativeFlag>(json.constData(), json.size());
-    if (document.HasParseError())
-        return fail(
-            QStringLiteral("不是有效的JSON（第%1字节：%2）")
-                .arg(document.GetErrorOffset())
-                .arg(QString::fromUtf8(rapidjson::GetParseError_En(document.GetParseError()))));
-    if (depthOf(document) > 64)
-        return fail(QStringLiteral("嵌套超过64层"));
+    QString why;
+    if (!parse(json, &document, &why))
+        return fail(why);
     rapidjson::SchemaValidator validator(*schema);
     if (document.Accept(validator))
         return true;
@@ -117,4 +153,26 @@ bool JsonSchemaCheck::validate(const QByteArray& json, const QString& kind, QStr
     return fail(QStringLiteral("%1 的值 %2 %3")
                     .arg(where, shown(value),
                          keywordText(QString::fromUtf8(validator.GetInvalidSchemaKeyword()))));
+}
+
+void JsonSchemaCheck::warnOnce(const QString& text)
+{
+    static QMutex mutex;
+    static QSet<QString> said;
+    QMutexLocker lock(&mutex);
+    if (said.size() < 1000 && !said.contains(text)) {
+        said.insert(text);
+        qWarning().noquote() << text;
+    }
+}
+
+bool JsonSchemaCheck::wellFormed(const QByteArray& json, QString* problem)
+{
+    rapidjson::Document document;
+    QString why;
+    if (parse(json, &document, &why))
+        return true;
+    if (problem)
+        *problem = why;
+    return false;
 }
