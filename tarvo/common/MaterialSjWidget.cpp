@@ -57,7 +57,8 @@ void MaterialSjWidget::initMaterials(MaterialListModel* model,
         "<span style='color:#dc0000'>前景表示各单位工程调价不一致</span><br/>"
         "<span style='background:#fff2b8'>背景表示各单位工程产地等不一致</span>"));
     legend->setStyleSheet(QStringLiteral("QLabel { padding: 3px 6px; color: #34495e; }"));
-    static_cast<QGridLayout*>(layout())->addWidget(legend, 1, 0);
+    static_cast<QGridLayout*>(layout())->addWidget(
+        legend, 2, 0); // under the grid, also once a title row stands above it
 }
 
 QString MaterialSjWidget::commandLabel(Command command) const

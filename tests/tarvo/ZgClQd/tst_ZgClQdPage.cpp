@@ -366,7 +366,8 @@ private slots:
         QCOMPARE(undo()->undoStack()->undoText(), QString("清除块内价格"));
 
         page.grid()->KeepFirstRows(60);
-        QCOMPARE(undo()->undoStack()->undoText(), QString("清除块内价格")); // nothing removed
+        // Nothing removed, yet recalculated and recorded.
+        QCOMPARE(undo()->undoStack()->undoText(), QString("保留前60行,其余删除"));
         page.grid()->KeepFirstRows(4, false);
         QCOMPARE(t->count(), 5);
         QCOMPARE(undo()->undoStack()->undoText(), QString("保留前4行,其余删除"));
