@@ -16,6 +16,7 @@ class SjCqXPsClSjWidget : public MaterialSjWidget
 public:
     SjCqXPsClSjWidget(AuditBusiness* audit, QWidget* parent);
 
+public slots:
     // "汇总工程所有材料" / "汇总工程材料".
     void slotAcHzXPsCl();
     // "追加工程所有暂估材料" and "追加工程所有甲供材料".
@@ -35,6 +36,7 @@ public:
     void slotAcCkZbXPsCl();
     void slotAcDyZlTbXPsCl();
 
+public:
     QMenu* sortMenu() const { return m_sort; }
     QMenu* numberingMenu() const { return m_numbering; }
 

@@ -7,6 +7,7 @@
 #include "DbZbZgClItem.h"
 #include "GroupedHeaderView.h"
 #include "RURecordControl.h"
+#include "TarvoGuard.h"
 #include "VXProgressBar.h"
 #include "zMessageBox.h"
 #include "zTitleModal.h"
@@ -81,8 +82,18 @@ MatchDialogBase::MatchDialogBase(const QString& searchText, QWidget* parent)
     }
     connect(m_makePair, &QToolButton::clicked, this, [this] { slotBtnMakeApair(); });
     connect(m_unpair, &QToolButton::clicked, this, [this] { slotBtnUnpair(); });
-    connect(m_previous, &QToolButton::clicked, this, [this] { moveToUnmatched(-1); });
-    connect(m_next, &QToolButton::clicked, this, [this] { moveToUnmatched(1); });
+    connect(m_previous, &QToolButton::clicked, this, [this] {
+        TARVO_GUARD("common\\MatchDialogBase", "MatchDialogBase::moveToUnmatched")
+        {
+            moveToUnmatched(-1);
+        };
+    });
+    connect(m_next, &QToolButton::clicked, this, [this] {
+        TARVO_GUARD("common\\MatchDialogBase", "MatchDialogBase::moveToUnmatched")
+        {
+            moveToUnmatched(1);
+        };
+    });
 
     m_name->setObjectName(QStringLiteral("editName"));
     m_model->setObjectName(QStringLiteral("editModel"));
