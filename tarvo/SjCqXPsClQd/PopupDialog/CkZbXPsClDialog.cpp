@@ -3,6 +3,7 @@
 #include "CkZbXPsClModel.h"
 #include "ImportExcelDataDialog.h"
 
+#include "ListExport.h"
 #include "TarvoGuard.h"
 
 #include "CJZZgclBusinessYN.h"
@@ -196,33 +197,15 @@ void CkZbXPsClDialog::slotExportBtnClicked()
     TARVO_GUARD("SjCqXPsClQd\\PopupDialog\\CkZbXPsClDialog",
                 "CkZbXPsClDialog::slotExportBtnClicked")
     {
-        ProjectWorks* project = m_works ? m_works->getOwner() : nullptr;
-        if (project && project->LockExport()) {
-            showInformation(
-                this, QStringLiteral("提示"),
-                QStringLiteral("当前工程只读保护设置中不允许报表及接口输出，不支持导出。"));
-            return;
-        }
-        if (m_model->rowCount() == 0) {
-            showInformation(this, QStringLiteral("提示"),
-                            QStringLiteral("当前表内无招标需评审材料数据"));
-            return;
-        }
-        const QString suggested = QDir(s_lastDir.isEmpty() ? QDir::homePath() : s_lastDir)
-                                      .filePath(QStringLiteral("导出为招标需评审材料清单.xlsx"));
-        QString path = zFileDialog::getSaveFileName(this, QStringLiteral("选择保存路径"), suggested,
-                                                    QStringLiteral("excel(*.xls *.xlsx)"));
-        if (path.isEmpty())
-            return;
-        if (QFileInfo(path).suffix().isEmpty())
-            path += QStringLiteral(".xlsx");
-        s_lastDir = QFileInfo(path).absolutePath();
-        QString error;
-        const bool saved =
-            TableLayoutExport::Save(TableLayout::Describe(m_view), path, resolutionRatio(), &error);
-        if (!saved)
-            qDebug() << "export failed:" << error;
-        showInformation(this, QStringLiteral("提示"),
-                        saved ? QStringLiteral("导出完毕！") : QStringLiteral("导出失败！"));
+        const ListExportTexts texts{
+            QStringLiteral("当前表内无招标需评审材料数据"), QStringLiteral("选择保存路径"),
+            QDir(s_lastDir.isEmpty() ? QDir::homePath() : s_lastDir)
+                .filePath(QStringLiteral("导出为招标需评审材料清单.xlsx")),
+            QStringLiteral("excel(*.xls *.xlsx)"), QStringLiteral("导出完毕！")};
+        const QString folder = exportShownList(this, m_works ? m_works->getOwner() : nullptr,
+                                               m_model->rowCount() == 0, texts, resolutionRatio(),
+                                               [this] { return TableLayout::Describe(m_view); });
+        if (!folder.isEmpty())
+            s_lastDir = folder;
     };
 }

@@ -3,6 +3,7 @@
 #include "CkZbZgClQdModel.h"
 #include "HostScreen.h"
 
+#include "ListExport.h"
 #include "TarvoGuard.h"
 
 #include "CJZZgclBusinessYN.h"
@@ -191,32 +192,13 @@ void CkZbZgClQdDialog::slotExportBtnClicked()
 {
     TARVO_GUARD("ZgClQd\\PopupDialog\\CkZbZgClQdDialog", "CkZbZgClQdDialog::slotExportBtnClicked")
     {
-        ProjectWorks* project = m_works ? m_works->getOwner() : nullptr;
-        if (project && project->LockExport()) {
-            showInformation(
-                this, QStringLiteral("提示"),
-                QStringLiteral("当前工程只读保护设置中不允许报表及接口输出，不支持导出。"));
-            return;
-        }
-        if (m_model->materialCount() == 0) {
-            showInformation(this, QStringLiteral("提示"),
-                            QStringLiteral("当前表内无招标暂估材料数据"));
-            return;
-        }
-        QString path =
-            zFileDialog::getSaveFileName(this, QStringLiteral("导出为招标暂估材料清单"), s_lastDir,
-                                         QStringLiteral("xlsx (*.xlsx);;xls (*.xls)"));
-        if (path.isEmpty())
-            return;
-        if (QFileInfo(path).suffix().isEmpty())
-            path += QStringLiteral(".xlsx");
-        s_lastDir = QFileInfo(path).absolutePath();
-        QString error;
-        const bool saved =
-            TableLayoutExport::Save(TableLayout::Describe(m_view), path, resolutionRatio(), &error);
-        if (!saved)
-            qDebug() << "export failed:" << error;
-        showInformation(this, QStringLiteral("提示"),
-                        saved ? QStringLiteral("保存完毕！") : QStringLiteral("导出失败！"));
+        const ListExportTexts texts{
+            QStringLiteral("当前表内无招标暂估材料数据"), QStringLiteral("导出为招标暂估材料清单"),
+            s_lastDir, QStringLiteral("xlsx (*.xlsx);;xls (*.xls)"), QStringLiteral("保存完毕！")};
+        const QString folder = exportShownList(
+            this, m_works ? m_works->getOwner() : nullptr, m_model->materialCount() == 0, texts,
+            resolutionRatio(), [this] { return TableLayout::Describe(m_view); });
+        if (!folder.isEmpty())
+            s_lastDir = folder;
     };
 }

@@ -6,6 +6,7 @@
 #include "DbZbZgSyClDialog.h"
 #include "ExhibitFZgClModel.h"
 
+#include "ListExport.h"
 #include "TarvoGuard.h"
 
 #include "DbZbZgClItem.h"
@@ -388,44 +389,27 @@ void DbZbZgClDialog::slotExportZbCl()
 {
     TARVO_GUARD("ZgClQd\\PopupDialog\\DbZbZgClDialog", "DbZbZgClDialog::slotExportZbCl")
     {
-        ProjectWorks* project = m_works ? m_works->getOwner() : nullptr;
-        if (project && project->LockExport()) {
-            showInformation(
-                this, QStringLiteral("提示"),
-                QStringLiteral("当前工程只读保护设置中不允许报表及接口输出，不支持导出。"));
-            return;
-        }
         QList<ZgClZsItem*> nodes;
         for (const DbZbZgClItem* record : std::as_const(m_records))
             if (record->IsDwRow() || record->IsZbRow())
                 nodes.append(record->GetZbZgClZsItem());
         ExportModel model;
         model.setNodes(nodes, m_works ? m_works->getJfszTable() : nullptr);
-        if (model.materialCount() == 0) {
-            showInformation(this, QStringLiteral("提示"),
-                            QStringLiteral("当前表内无招标暂估材料数据"));
-            return;
-        }
-        QString path =
-            zFileDialog::getSaveFileName(this, QStringLiteral("导出为招标暂估材料清单"), s_lastDir,
-                                         QStringLiteral("xlsx (*.xlsx);;xls (*.xls)"));
-        if (path.isEmpty())
-            return;
-        if (QFileInfo(path).suffix().isEmpty())
-            path += QStringLiteral(".xlsx");
-        s_lastDir = QFileInfo(path).absolutePath();
-        QTableView view;
-        view.setFont(grid()->font());
-        view.setModel(&model);
-        const int widths[] = {150, 160, 160, 90, 90, 80, 80, 60, 90};
-        for (int c = 0; c < CkZbZgClQdModel::eColumnCount; ++c)
-            view.setColumnWidth(c, qRound(widths[c] * resolutionRatio()));
-        QString error;
-        const bool saved =
-            TableLayoutExport::Save(TableLayout::Describe(&view), path, resolutionRatio(), &error);
-        if (!saved)
-            qDebug() << "export failed:" << error;
-        showInformation(this, QStringLiteral("提示"),
-                        saved ? QStringLiteral("保存完毕！") : QStringLiteral("导出失败！"));
+        const ListExportTexts texts{
+            QStringLiteral("当前表内无招标暂估材料数据"), QStringLiteral("导出为招标暂估材料清单"),
+            s_lastDir, QStringLiteral("xlsx (*.xlsx);;xls (*.xls)"), QStringLiteral("保存完毕！")};
+        const QString folder =
+            exportShownList(this, m_works ? m_works->getOwner() : nullptr,
+                            model.materialCount() == 0, texts, resolutionRatio(), [&] {
+                                QTableView view;
+                                view.setFont(grid()->font());
+                                view.setModel(&model);
+                                const int widths[] = {150, 160, 160, 90, 90, 80, 80, 60, 90};
+                                for (int c = 0; c < CkZbZgClQdModel::eColumnCount; ++c)
+                                    view.setColumnWidth(c, qRound(widths[c] * resolutionRatio()));
+                                return TableLayout::Describe(&view);
+                            });
+        if (!folder.isEmpty())
+            s_lastDir = folder;
     };
 }
