@@ -13,8 +13,9 @@ class LibXLExcel;
 class XlsBookReader
 {
 public:
-    // ownCellsOnly: take the cells from our own record walk, not from FreeXL (done anyway when
-    // FreeXL would garble the file's strings; tests compare both ways).
+    // ownCellsOnly: take the cells from our own record walk, not from FreeXL. Workbooks are
+    // opened that way (FreeXL can crash on a crafted stream); the FreeXL way remains for the
+    // tests, which compare both readers on real workbooks.
     static bool read(const QString& path, const QByteArray& workbookStream, LibXLExcel* book,
                      QString* error, bool ownCellsOnly = false);
 };

@@ -186,6 +186,8 @@ void tst_ImportExcelDataDialog::sheetChoiceAndHiddenSheets()
     QCOMPARE(materialRows(*dialog.model()), (QVector<int>{1, 2}));
 
     // Sheets without a cell: nothing to show, identify asks for the columns.
+    if (!QDir(QStringLiteral(EXCEL_SAMPLES_DIR)).exists())
+        QSKIP("the shared workbook samples (../shared/excel-samples) are not beside this tree");
     QVERIFY(dialog.openFile(QStringLiteral(EXCEL_SAMPLES_DIR "/readxl__empty-sheets.xlsx")));
     QCOMPARE(dialog.model()->rowCount(), 0);
     identify(dialog);
