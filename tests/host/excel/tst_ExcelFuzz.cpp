@@ -154,6 +154,15 @@ private slots:
         QVERIFY(m_opened > 0 && m_refused > 0);
     }
 
+    // A mutated workbook stream that sent FreeXL through a bad pointer: opened or refused, never
+    // a crash.
+    void workbookThatCrashedFreeXl()
+    {
+        const int before = m_opened + m_refused;
+        check(QStringLiteral(TARVO_SOURCE_DIR "/tests/data/fuzz/workbook/freexl-bad-pointer.xls"));
+        QCOMPARE(m_opened + m_refused, before + 1);
+    }
+
     void mutatedXlsRecords()
     {
         QRandomGenerator random(29);
