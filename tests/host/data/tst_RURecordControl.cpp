@@ -112,7 +112,7 @@ private slots:
         QRandomGenerator random(16);
         auto bulk = [&] {
             for (int round = 0; round < 3; ++round) {
-                for (int i = 0; i < 200; ++i)
+                for (int i = 0; i < 200 && t->count() > 0; ++i)
                     t->BaseDataItemRemoveAt(int(random.bounded(t->count())));
                 for (int i = 0; i < 150; ++i) {
                     BaseDataItem* item = t->CreateItem();
