@@ -1,4 +1,5 @@
 #include "zMessageBox.h"
+#include "HostScreen.h"
 #include "InteractionSeam.h"
 
 #include <QDebug>
@@ -7,7 +8,6 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
 #include <QStyle>
 
 namespace {
@@ -89,8 +89,7 @@ QMessageBox::StandardButton showInformation(QWidget* parent, const QString& titl
     InteractionSeam::record(shown);
     if (InteractionSeam::isScripted())
         return scriptedAnswer(QMessageBox::Ok, QMessageBox::Ok);
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    const double ratio = screen ? qMax(1.0, screen->logicalDotsPerInch() / 96.0) : 1.0;
+    const double ratio = HostScreen::ResolutionRatio();
     // A message box sizes itself to its text; a box of given size is a dialog of its own.
     QDialog box(parent);
     box.setWindowTitle(title);

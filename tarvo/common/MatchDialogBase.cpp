@@ -1,4 +1,5 @@
 #include "MatchDialogBase.h"
+#include "HostScreen.h"
 
 #include "KeywordDelegate.h"
 #include "ZgClQd/PopupDialog/DbZbZgClModel.h"
@@ -20,7 +21,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QScreen>
 #include <QSplitter>
 #include <QTabWidget>
 #include <QTableView>
@@ -29,8 +29,7 @@
 
 double MatchDialogBase::resolutionRatio()
 {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen ? qMax(1.0, screen->logicalDotsPerInch() / 96.0) : 1.0;
+    return HostScreen::ResolutionRatio();
 }
 
 MatchDialogBase::MatchDialogBase(const QString& searchText, QWidget* parent)

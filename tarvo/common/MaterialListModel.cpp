@@ -1,4 +1,5 @@
 #include "MaterialListModel.h"
+#include "HostScreen.h"
 
 #include "BaseDataItem.h"
 #include "ProjectSettingHelper.h"
@@ -7,7 +8,6 @@
 #include <QFile>
 #include <QFont>
 #include <QGuiApplication>
-#include <QScreen>
 #include <QSize>
 
 #include <cmath>
@@ -127,11 +127,8 @@ QVariant MaterialListModel::headerData(int section, Qt::Orientation orientation,
             return 1;
         case IconImageRole:
             return questionMarkImage();
-        case IconSizeRole: {
-            const QScreen* screen = QGuiApplication::primaryScreen();
-            const double ratio = screen ? screen->logicalDotsPerInch() / 96.0 : 1.0;
-            return QSize(qRound(16 * ratio), qRound(16 * ratio));
-        }
+        case IconSizeRole:
+            return HostScreen::Scaled(QSize(16, 16));
         default:
             return AlignCentre;
         }

@@ -1,4 +1,5 @@
 #include "CkZbXPsClDialog.h"
+#include "HostScreen.h"
 
 #include "CkZbXPsClModel.h"
 #include "ImportExcelDataDialog.h"
@@ -27,7 +28,6 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QPushButton>
-#include <QScreen>
 #include <QTableView>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -38,8 +38,7 @@ namespace {
 
 double resolutionRatio()
 {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen ? qMax(1.0, screen->logicalDotsPerInch() / 96.0) : 1.0;
+    return HostScreen::ResolutionRatio();
 }
 
 } // namespace

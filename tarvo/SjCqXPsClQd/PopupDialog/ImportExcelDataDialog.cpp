@@ -1,4 +1,5 @@
 #include "ImportExcelDataDialog.h"
+#include "HostScreen.h"
 
 #include "ImportExcelDataModel.h"
 
@@ -24,7 +25,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QScreen>
 #include <QTableView>
 #include <QVBoxLayout>
 
@@ -40,8 +40,7 @@ constexpr int MaxSpans = 20000;
 
 double resolutionRatio()
 {
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen ? qMax(1.0, screen->logicalDotsPerInch() / 96.0) : 1.0;
+    return HostScreen::ResolutionRatio();
 }
 
 } // namespace
