@@ -164,7 +164,7 @@ void DbZbZgSyClDialog::slotBtnSearch()
 
 bool DbZbZgSyClDialog::apply()
 {
-    const bool applied = applyChanges(
+    return applyChanges(
         [&](bool& b1, bool& b2, bool& b3) {
             ZgClQdBusiness::AnalyzeSyZbZgClModifyProperty(m_records, m_tbCl, m_dwMap, b1, b2, b3);
         },
@@ -179,9 +179,6 @@ bool DbZbZgSyClDialog::apply()
             ZgClQdBusiness::RegenerateZgjClHzb(m_works, &progress, 50, 50);
         },
         QStringLiteral("对应整理投标暂估材料"));
-    if (!applied)
-        return false;
-    return true;
 }
 
 void DbZbZgSyClDialog::slotBtnAccept()
