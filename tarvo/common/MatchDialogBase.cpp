@@ -157,8 +157,11 @@ QTableView* MatchDialogBase::addMaterialTab(QAbstractItemModel* model, const QSt
     view->setEditTriggers(QAbstractItemView::NoEditTriggers);
     view->setFont(m_grid->font());
     view->verticalHeader()->setDefaultSectionSize(qRound(22 * resolutionRatio()));
-    view->setColumnWidth(0, qRound(260 * resolutionRatio()));
+    // The material name takes whatever width the model and the unit leave, as the other
+    // grids fill theirs.
+    view->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
     view->setColumnWidth(1, qRound(200 * resolutionRatio()));
+    view->setColumnWidth(2, qRound(70 * resolutionRatio()));
     m_tabs->addTab(view, title);
     return view;
 }
