@@ -77,6 +77,7 @@ void matchRecords(MaterialMatcher& matcher, const QVector<DbZbZgClItem*>& tender
             open.append(record);
     const auto pairs = matcher.pair(
         int(open.size()), [&](int i) { return keyOf(open.at(i)->GetZbCl()); }, int(lines.size()),
+        [&](int j) { return lines.at(j)->getValue(3).toString(); },
         [&](int j) { return keyOf(lines.at(j)); });
     for (const MaterialMatcher::Pair& p : pairs)
         open.at(p.wanted)->Pair(lines.at(p.offered), p.kind == MaterialMatcher::Exact
@@ -386,7 +387,8 @@ void ZgClQdBusiness::CountZbZgCl(const QList<DbZbZgClItem*>& records, int& match
 {
     matched = unmatched = 0;
     for (const DbZbZgClItem* record : records) {
-        if (!record->IsZbRow())
+        // Rows of deleted unit projects can be neither paired nor applied.
+        if (!record->IsZbRow() || record->IsOrphan())
             continue;
         if (record->IsMatched())
             ++matched;

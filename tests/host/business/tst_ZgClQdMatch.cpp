@@ -78,6 +78,7 @@ class tst_ZgClQdMatch : public QObject
     QList<DbZbZgClItem*> records;
     ZgClQdBusiness::TbClMap tbCl;
     ZgClQdBusiness::DwMap dwMap;
+    std::unique_ptr<ProTreeNode> outside; // a part of the tree the host has cut off
 
     void storeTender(QList<ZgjClHzItem*> forUnit3, QList<ZgjClHzItem*> forUnit4 = {})
     {
@@ -119,6 +120,7 @@ private slots:
         records.clear();
         RURecordControl::GetInstance()->ForgetHistory();
         p.reset();
+        outside.reset();
     }
 
     void normalisationPairsAndNonPairs_data()
@@ -271,6 +273,57 @@ private slots:
         QCOMPARE(states(records), QStringLiteral("H1H3"));
         QCOMPARE(records.at(3)->GetTbCl(), tbCl.value(4).first());
         qDeleteAll(all);
+    }
+
+    // A unit project deleted after the tender list was stored: its tender rows are shown under
+    // their own heading, pair with nothing (not even an equal line of another unit project),
+    // are not counted as still to match, and applying never writes them.
+    void rowsOfADeletedUnitProjectAreShownButNeverApplied()
+    {
+        typicalProject();
+        // Unit project 9 was in the tree when the list was stored; the host has since taken
+        // it (and its single project) out of the tree.
+        outside = std::make_unique<ProTreeNode>(p->index, 8, ProTreeNode::SingleProjectNode,
+                                                QStringLiteral("已删除的单项工程"));
+        p->project->AddNode(outside.get(), 9, ProTreeNode::WorksNode, QStringLiteral("安装工程"));
+        ProjectWorks::ZbZgClMap map;
+        map.insert({p->index, 3}, {tender("ZG001", "C30商品混凝土", "", "m3", 500)});
+        map.insert({p->index, 9}, {tender("ZG101", "水泥", "P.O42.5", "kg", 0.6),
+                                   tender("ZG102", "线", "", "m", 4)});
+        QVERIFY(p->project->SetGcZbZgCl(77, map));
+
+        QVERIFY(ZgClQdBusiness::InitMatchZbZgCl(root, records, tbCl, dwMap, nullptr));
+        // Unit 3: its own match and the unasked provisional 钢筋 and 水泥; then the orphans.
+        QCOMPARE(states(records), QStringLiteral("H022HH11"));
+        QVERIFY(!dwMap.contains(9));
+        const DbZbZgClItem* heading = records.at(5);
+        QVERIFY(heading->IsDwRow() && heading->IsOrphan());
+        QVERIFY(heading->GetZbZgClZsItem()->GetZxGcName().contains(QStringLiteral("已不在")));
+        DbZbZgClItem* cement = recordFor("ZG101");
+        QVERIFY(cement->IsOrphan() && !cement->GetTbCl());
+        int matched = 0, unmatched = 0;
+        ZgClQdBusiness::CountZbZgCl(records, matched, unmatched);
+        QCOMPARE(matched, 1);
+        QCOMPARE(unmatched, 0);
+
+        // Carrying a project-wide result and matching again leave the orphans alone.
+        ZgClQdBusiness::MatchZbZgClByDbRes(root, {}, true, records, tbCl, dwMap, nullptr, 100);
+        QVERIFY(!cement->IsMatched());
+
+        // Even paired by force, an orphan writes nothing into the unit project that has an
+        // equal line, and does not keep that line provisional.
+        BaseDataItem* kg = tbCl.value(3).at(2);
+        cement->Pair(kg, DbZbZgClItem::Matched);
+        bool b1, b2, b3;
+        ZgClQdBusiness::AnalyzeZbZgClModifyProperty(records, tbCl, b1, b2, b3);
+        QVERIFY(b3); // 钢筋 and 水泥 are provisional without a tender material
+        RURecordControl::Scope scope;
+        ZgClQdBusiness::ApplyZbZgClModifyToProject(dwMap, records, tbCl, true, true, true, nullptr,
+                                                   50);
+        scope.commit(OperatingUIInfo(77, 0, 1, 0, 10, "对应整理投标暂估材料"));
+        QVERIFY(kg->getValue(18).toString().isEmpty());
+        QCOMPARE(kg->getDouble(7), 0.5);
+        QVERIFY(!kg->getValue(11).toBool());
     }
 
     void applyWithEachOptionAndUndoInOneStep()
