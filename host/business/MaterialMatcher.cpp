@@ -93,12 +93,28 @@ MaterialMatcher::Kind MaterialMatcher::Compare(const Key& a, const Key& b)
     return Normalise(a) == Normalise(b) ? Normalised : None;
 }
 
+int MaterialMatcher::cachedTextId(const QString& text)
+{
+    auto it = m_textIds.constFind(text);
+    if (it != m_textIds.cend())
+        return *it;
+    const QString normal = NormaliseText(text);
+    auto known = m_normalIds.constFind(normal);
+    int id;
+    if (known != m_normalIds.cend()) {
+        id = *known;
+    } else {
+        id = int(m_normalised.size());
+        m_normalised.append(normal);
+        m_normalIds.insert(normal, id);
+    }
+    m_textIds.insert(text, id);
+    return id;
+}
+
 QString MaterialMatcher::cachedText(const QString& text)
 {
-    auto it = m_texts.constFind(text);
-    if (it != m_texts.cend())
-        return *it;
-    return *m_texts.insert(text, NormaliseText(text));
+    return m_normalised.at(cachedTextId(text));
 }
 
 QString MaterialMatcher::cachedUnit(const QString& unit)

@@ -49,14 +49,28 @@ public:
     // one matcher over many lists normalises each distinct text once.
     template <typename WantedKey, typename OfferedKey>
     QVector<Pair> pair(int wantedCount, WantedKey wantedKey, int offeredCount,
-                       OfferedKey offeredKey);
+                       OfferedKey offeredKey)
+    {
+        return pair(
+            wantedCount, wantedKey, offeredCount, [&](int j) { return offeredKey(j).name; },
+            offeredKey);
+    }
+    // The same, for offered lists whose keys cost something to read: offeredName(j) gives
+    // the name alone, and the whole key is read only for lines whose name can pair.
+    template <typename WantedKey, typename OfferedName, typename OfferedKey>
+    QVector<Pair> pair(int wantedCount, WantedKey wantedKey, int offeredCount,
+                       OfferedName offeredName, OfferedKey offeredKey);
 
 private:
     QString cachedText(const QString& text);
+    // A number standing for the normalised text: equal numbers, equal normalised texts.
+    int cachedTextId(const QString& text);
     QString cachedUnit(const QString& unit);
     Key cachedKey(const Key& key);
 
-    QHash<QString, QString> m_texts;
+    QHash<QString, int> m_textIds;   // text as written -> number of its normalised form
+    QHash<QString, int> m_normalIds; // normalised form -> its number
+    QVector<QString> m_normalised;   // by number
     QHash<QString, QString> m_units;
 };
 
@@ -65,28 +79,36 @@ inline uint qHash(const MaterialMatcher::Key& key, uint seed = 0)
     return qHash(key.name, seed) ^ (qHash(key.model, seed) * 31u) ^ (qHash(key.unit, seed) * 131u);
 }
 
-template <typename WantedKey, typename OfferedKey>
+template <typename WantedKey, typename OfferedName, typename OfferedKey>
 QVector<MaterialMatcher::Pair> MaterialMatcher::pair(int wantedCount, WantedKey wantedKey,
-                                                     int offeredCount, OfferedKey offeredKey)
+                                                     int offeredCount, OfferedName offeredName,
+                                                     OfferedKey offeredKey)
 {
     QVector<Pair> pairs;
     if (wantedCount <= 0 || offeredCount <= 0)
         return pairs;
-    // The wanted list is the short one: index it, run the offered list past it.
+    // The wanted list is the short one: index it, run the offered list past it. Most offered
+    // lines differ from every wanted material already by name, so the name is read first and
+    // the rest of the key only when the name is one of the wanted ones.
     QHash<Key, QVector<int>> exact;
+    QSet<QString> exactNames;
     exact.reserve(wantedCount);
-    for (int i = 0; i < wantedCount; ++i)
-        exact[Trimmed(wantedKey(i))].append(i);
+    for (int i = 0; i < wantedCount; ++i) {
+        Key key = Trimmed(wantedKey(i));
+        exactNames.insert(key.name);
+        exact[std::move(key)].append(i);
+    }
     QVector<char> offeredTaken(offeredCount, 0);
     QVector<char> wantedTaken(wantedCount, 0);
     int left = wantedCount;
-    // Reading a line's key is the costly part: each is read once and kept for the second
-    // pass.
-    QVector<Key> offeredKeys(offeredCount);
+    // Names as read, kept for the second pass.
+    QVector<QString> names(offeredCount);
     int read = 0;
     for (int j = 0; j < offeredCount && left > 0; ++j, read = j) {
-        offeredKeys[j] = Trimmed(offeredKey(j));
-        auto it = exact.find(offeredKeys.at(j));
+        names[j] = offeredName(j);
+        if (!exactNames.contains(names.at(j).trimmed()))
+            continue;
+        auto it = exact.find(Trimmed(offeredKey(j)));
         if (it == exact.end() || it->isEmpty())
             continue;
         const int i = it->takeFirst();
@@ -96,23 +118,23 @@ QVector<MaterialMatcher::Pair> MaterialMatcher::pair(int wantedCount, WantedKey 
     }
     if (left == 0)
         return pairs;
-    // Most offered lines differ from every wanted material already by name: their model and
-    // unit are not normalised at all.
+    // The normalised names wanted, as numbers: few, so a plain scan finds one.
     QHash<Key, QVector<int>> normalised;
-    QSet<QString> names;
+    QVector<int> nameIds;
     for (int i = 0; i < wantedCount; ++i)
         if (!wantedTaken[i]) {
-            Key key = cachedKey(wantedKey(i));
-            names.insert(key.name);
-            normalised[std::move(key)].append(i);
+            const Key raw = wantedKey(i);
+            const int id = cachedTextId(raw.name);
+            if (!nameIds.contains(id))
+                nameIds.append(id);
+            normalised[cachedKey(raw)].append(i);
         }
     for (int j = 0; j < offeredCount && left > 0; ++j) {
         if (offeredTaken[j])
             continue;
-        const Key offered = j < read ? offeredKeys.at(j) : offeredKey(j);
-        if (!names.contains(cachedText(offered.name)))
+        if (!nameIds.contains(cachedTextId(j < read ? names.at(j) : offeredName(j))))
             continue;
-        auto it = normalised.find(cachedKey(offered));
+        auto it = normalised.find(cachedKey(offeredKey(j)));
         if (it == normalised.end() || it->isEmpty())
             continue;
         pairs.append({it->takeFirst(), j, Normalised});
