@@ -51,20 +51,21 @@ double cents(double value)
 
 // The fields the provisional and the evaluated rows share (the price goes in the adjusted
 // price, field 7).
+// From the last field down, so that a row's fields grow once, not field by field.
 template <class Material> void putMaterialFields(const Material& m, BaseDataItem* row)
 {
-    put(row, 2, m.code);
-    put(row, 3, m.name);
-    put(row, 4, m.spec);
-    put(row, 5, m.unit);
-    put(row, 7, m.price);
-    put(row, 8, m.variety);
-    put(row, 9, m.quantity);
-    put(row, 10, m.amount);
-    put(row, 12, m.origin);
-    put(row, 13, m.manufacturer);
-    put(row, 14, m.grade);
     put(row, 15, m.remark);
+    put(row, 14, m.grade);
+    put(row, 13, m.manufacturer);
+    put(row, 12, m.origin);
+    put(row, 10, m.amount);
+    put(row, 9, m.quantity);
+    put(row, 8, m.variety);
+    put(row, 7, m.price);
+    put(row, 5, m.unit);
+    put(row, 4, m.spec);
+    put(row, 3, m.name);
+    put(row, 2, m.code);
 }
 
 template <class Material> void readMaterialFields(const BaseDataItem* row, Material& m)
@@ -88,9 +89,9 @@ template <class Material> void readMaterialFields(const BaseDataItem* row, Mater
 void TenderExchange::ToMaterialRow(const TenderMaterial& m, int serial, BaseDataItem* row)
 {
     row->loadState(1, false, 0, QString());
-    row->loadValue(1, serial);
-    put(row, 6, m.price);
     putMaterialFields(m, row);
+    put(row, 6, m.price);
+    row->loadValue(1, serial);
 }
 
 TenderMaterial TenderExchange::FromMaterialRow(const BaseDataItem* row)
@@ -103,8 +104,8 @@ TenderMaterial TenderExchange::FromMaterialRow(const BaseDataItem* row)
 void TenderExchange::ToEvaluatedRow(const TenderEvaluatedMaterial& m, BaseDataItem* row)
 {
     row->loadState(1, false, 0, QString());
-    put(row, 1, m.serial);
     putMaterialFields(m, row);
+    put(row, 1, m.serial);
 }
 
 TenderEvaluatedMaterial TenderExchange::FromEvaluatedRow(const BaseDataItem* row)

@@ -18,7 +18,11 @@ QString L(const char* text)
 class Parser
 {
 public:
-    Parser(QIODevice* device, TenderDocument* document) : m_device(device), m_doc(document) {}
+    Parser(QIODevice* device, TenderDocument* document) : m_device(device), m_doc(document)
+    {
+        // The format uses no namespaces: resolving them would only cost time per element.
+        m_x.setNamespaceProcessing(false);
+    }
 
     bool run()
     {
@@ -192,19 +196,44 @@ private:
 
     bool text(const QXmlStreamAttributes& a, const char* name, QString* out)
     {
-        const QStringRef value = a.value(QLatin1String(name));
+        return textValue(a.value(QLatin1String(name)), QLatin1String(name), out);
+    }
+
+    bool textValue(const QStringRef& value, QLatin1String name, QString* out)
+    {
         if (value.size() > TenderXmlReader::MaxTextLength)
-            return failHere(L("属性%1的内容超过%2个字符")
-                                .arg(QLatin1String(name))
-                                .arg(TenderXmlReader::MaxTextLength));
-        *out = value.toString();
+            return failHere(
+                L("属性%1的内容超过%2个字符").arg(name).arg(TenderXmlReader::MaxTextLength));
+        *out = intern(value);
         return true;
+    }
+
+    // One shared copy per distinct text: a tender repeats its names, models, units, origins
+    // and codes from unit project to unit project, and a copy each would cost an allocation
+    // and its memory every time. The table is bounded, so a file of nothing but distinct
+    // texts costs no more than copies would.
+    QString intern(const QStringRef& value)
+    {
+        if (value.isEmpty())
+            return value.toString();
+        const QString probe = QString::fromRawData(value.unicode(), value.size());
+        const auto it = m_texts.constFind(probe);
+        if (it != m_texts.cend())
+            return *it;
+        QString text = value.toString();
+        if (m_texts.size() < MaxInternedTexts)
+            m_texts.insert(text);
+        return text;
     }
 
     bool number(const QXmlStreamAttributes& a, const char* name, const char* label,
                 std::optional<double>* out)
     {
-        const QStringRef value = a.value(QLatin1String(name));
+        return numberValue(a.value(QLatin1String(name)), label, out);
+    }
+
+    bool numberValue(const QStringRef& value, const char* label, std::optional<double>* out)
+    {
         if (value.isEmpty()) {
             out->reset();
             return true;
@@ -296,22 +325,13 @@ private:
                 if (unit.provisional.size() >= TenderXmlReader::MaxMaterialsPerUnit ||
                     ++m_materials > TenderXmlReader::MaxMaterials)
                     return failHere(L("材料条数超过上限"));
-                TenderMaterial m;
-                const QXmlStreamAttributes ma = m_x.attributes();
-                if (!text(ma, "code", &m.code) || !text(ma, "name", &m.name) ||
-                    !text(ma, "spec", &m.spec) || !text(ma, "unit", &m.unit) ||
-                    !number(ma, "price", "暂估单价", &m.price) || !text(ma, "origin", &m.origin) ||
-                    !text(ma, "manufacturer", &m.manufacturer) ||
-                    !text(ma, "variety", &m.variety) || !text(ma, "grade", &m.grade) ||
-                    !text(ma, "remark", &m.remark) ||
-                    !number(ma, "quantity", "数量", &m.quantity) ||
-                    !number(ma, "amount", "合价", &m.amount))
+                unit.provisional.append(TenderMaterial());
+                if (!readMaterial(&unit.provisional.last()))
                     return false;
-                if (m.name.trimmed().isEmpty())
+                if (unit.provisional.last().name.trimmed().isEmpty())
                     return failHere(L("单位工程“%1”的材料缺少名称").arg(unit.name));
                 if (!leaf())
                     return false;
-                unit.provisional.append(std::move(m));
             }
             if (!ok())
                 return false;
@@ -319,6 +339,61 @@ private:
         if (!ok())
             return false;
         single->units.append(std::move(unit));
+        return true;
+    }
+
+    // The attributes of a provisional material, in one pass over them (a material has a dozen
+    // and there may be millions). The attribute list is not kept past the element: holding it
+    // while the reader moves on would make the reader copy it.
+    bool readMaterial(TenderMaterial* m)
+    {
+        struct Field
+        {
+            QLatin1String name;
+            QString TenderMaterial::*text;
+            std::optional<double> TenderMaterial::*number;
+            const char* label;
+        };
+        static const Field fields[] = {
+            {QLatin1String("code"), &TenderMaterial::code, nullptr, nullptr},
+            {QLatin1String("name"), &TenderMaterial::name, nullptr, nullptr},
+            {QLatin1String("spec"), &TenderMaterial::spec, nullptr, nullptr},
+            {QLatin1String("unit"), &TenderMaterial::unit, nullptr, nullptr},
+            {QLatin1String("price"), nullptr, &TenderMaterial::price, "暂估单价"},
+            {QLatin1String("origin"), &TenderMaterial::origin, nullptr, nullptr},
+            {QLatin1String("manufacturer"), &TenderMaterial::manufacturer, nullptr, nullptr},
+            {QLatin1String("variety"), &TenderMaterial::variety, nullptr, nullptr},
+            {QLatin1String("grade"), &TenderMaterial::grade, nullptr, nullptr},
+            {QLatin1String("remark"), &TenderMaterial::remark, nullptr, nullptr},
+            {QLatin1String("quantity"), nullptr, &TenderMaterial::quantity, "数量"},
+            {QLatin1String("amount"), nullptr, &TenderMaterial::amount, "合价"},
+        };
+        constexpr int count = int(sizeof(fields) / sizeof(fields[0]));
+        // Where each field's value is; the first attribute of a name counts, as a lookup by
+        // name would find it.
+        QStringRef values[count];
+        bool seen[count] = {};
+        const QXmlStreamAttributes& attributes = m_x.attributes();
+        for (const QXmlStreamAttribute& a : attributes) {
+            const QStringRef name = a.name();
+            for (int f = 0; f < count; ++f)
+                if (!seen[f] && name == fields[f].name) {
+                    seen[f] = true;
+                    values[f] = a.value();
+                    break;
+                }
+        }
+        // Checked in the order the fields are listed, so the first problem reported is the
+        // same whatever order the file writes them in.
+        for (int f = 0; f < count; ++f) {
+            const Field& field = fields[f];
+            if (field.text) {
+                if (!textValue(values[f], fields[f].name, &(m->*field.text)))
+                    return false;
+            } else if (!numberValue(values[f], field.label, &(m->*field.number))) {
+                return false;
+            }
+        }
         return true;
     }
 
@@ -353,6 +428,8 @@ private:
     }
 
     static constexpr qint64 MaxTokenBytes = qint64(4) << 20;
+    static constexpr int MaxInternedTexts = 1 << 20;
+    QSet<QString> m_texts;
     QIODevice* m_device;
     QXmlStreamReader m_x;
     bool m_eof = false;

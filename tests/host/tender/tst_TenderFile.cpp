@@ -266,6 +266,17 @@ private slots:
             << "r.cjz"
             << xmlWith(unit.arg("<Material name=\"" + QString(2001, 'x') + "\"/>")).toUtf8()
             << "无法读取招标文件“r.cjz”：第5行：属性name的内容超过2000个字符。";
+        // A material's attributes are checked in one order, whatever order the file has.
+        QTest::newRow("two bad numbers, later written first")
+            << "t.cjz"
+            << xmlWith(unit.arg("\n<Material amount=\"x\" price=\"y\" name=\"钢筋\"/>")).toUtf8()
+            << "无法读取招标文件“t.cjz”：第6行：暂估单价“y”不是数字。";
+        QTest::newRow("long text after a bad number")
+            << "u.cjz"
+            << xmlWith(unit.arg("\n<Material quantity=\"x\" name=\"钢筋\" spec=\"" +
+                                QString(2001, 'x') + "\"/>"))
+                   .toUtf8()
+            << "无法读取招标文件“u.cjz”：第6行：属性spec的内容超过2000个字符。";
         QTest::newRow("no project")
             << "s.cjz"
             << QByteArray("<TenderFile version=\"1.0\" kind=\"tender\"><Header/></TenderFile>")
