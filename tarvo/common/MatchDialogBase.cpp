@@ -126,6 +126,8 @@ MatchDialogBase::MatchDialogBase(const QString& searchText, QWidget* parent)
     splitter->addWidget(lower);
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 2);
+    // The bid materials get their share from the start, not just what the tender grid leaves.
+    splitter->setSizes({qRound(390 * ratio), qRound(260 * ratio)});
 
     m_accept->setObjectName(QStringLiteral("btnAccept"));
     m_reject->setObjectName(QStringLiteral("btnReject"));
