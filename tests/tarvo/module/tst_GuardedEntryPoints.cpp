@@ -1,5 +1,6 @@
 #include "TestProject.h"
 
+#include "QtXmQd/FormulaEditingDialog.h"
 #include "TarvoActivator.h"
 #include "TarvoService.h"
 #include "TarvoWidget.h"
@@ -169,6 +170,29 @@ private:
                (o.function.isEmpty() || o.tag.endsWith(QStringLiteral("::") + o.function));
     }
 
+    // Runs, unarmed, each command slot without parameters of the module's objects under `root`,
+    // each class and slot once.
+    void runCommandsOnce(QObject* root)
+    {
+        QList<QObject*> objects{root};
+        objects += root->findChildren<QObject*>();
+        for (QObject* object : objects) {
+            const QMetaObject* meta = object->metaObject();
+            if (!definedInModule(meta))
+                continue;
+            for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
+                const QMetaMethod method = meta->method(i);
+                const QString key = QString::fromLatin1(meta->className()) +
+                                    QString::fromLatin1(method.methodSignature());
+                if (method.methodType() == QMetaMethod::Slot && isEntryPoint(method.name()) &&
+                    method.parameterCount() == 0 && !m_ran.contains(key)) {
+                    m_ran.insert(key);
+                    method.invoke(object, Qt::DirectConnection);
+                }
+            }
+        }
+    }
+
     static QString describe(const QList<Outcome>& outcomes)
     {
         QStringList lines;
@@ -181,6 +205,8 @@ private:
     }
 
     QSet<QString> m_seen;
+    QSet<QString> m_ran;
+    int m_depth = 0;
     QList<Outcome> m_outcomes;
     QStringList m_notInvocable;
 
@@ -238,10 +264,19 @@ private slots:
         map.insert({p.index, 3}, {tender});
         QVERIFY(p.project->SetGcZbZgCl(77, map));
         m_seen.clear();
+        m_ran.clear();
         m_outcomes.clear();
         m_notInvocable.clear();
-        // Each dialog a page opens is walked too, while it is up.
-        InteractionSeam::setModalHook([this](QDialog* dialog) { walk(dialog); });
+        // Each dialog a page opens is walked too, while it is up, and so are the dialogs its
+        // own commands open.
+        InteractionSeam::setModalHook([this](QDialog* dialog) {
+            walk(dialog);
+            if (m_depth < 3) {
+                ++m_depth;
+                runCommandsOnce(dialog);
+                --m_depth;
+            }
+        });
 
         TarvoService service;
         auto* container =
@@ -259,17 +294,9 @@ private slots:
         // The pages' commands once for real, unarmed, so that the dialogs they open are walked
         // (under scripting a dialog is rejected right after the hook).
         const QList<Outcome> pageSlots = m_outcomes;
-        for (QObject* object : container->findChildren<QObject*>()) {
-            const QMetaObject* meta = object->metaObject();
-            if (!definedInModule(meta))
-                continue;
-            for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
-                const QMetaMethod method = meta->method(i);
-                if (method.methodType() == QMetaMethod::Slot && isEntryPoint(method.name()) &&
-                    method.parameterCount() == 0)
-                    method.invoke(object, Qt::DirectConnection);
-            }
-        }
+        runCommandsOnce(container);
+        FormulaEditingDialog formula(nullptr, false); // opened by a cell editor, not a command
+        walk(&formula);
         InteractionSeam::setModalHook({});
         service.DeleteWidget(container);
 
