@@ -7,10 +7,13 @@
 #include "MenuBarManager.h"
 #include "MsgExplain.h"
 #include "ObjectHelper.h"
+#include "ProcExceptionNew.h"
 #include "ProjectSettingSpace.h"
 #include "UISerInterface.h"
 
 #include <QCoreApplication>
+
+#include <stdexcept>
 
 namespace {
 
@@ -84,7 +87,19 @@ QWidget* ModuleHost::createContainer()
         p.strServiceName = QString::fromUtf8(page[1]);
         info.listPageInfo << p;
     }
-    m_container = m_service->CreateWidget(QVariant::fromValue(info));
+    // The module does not guard the making of its container: what it throws is reported here
+    // and the window goes on without pages.
+    try {
+        m_container = m_service->CreateWidget(QVariant::fromValue(info));
+    } catch (const std::exception& e) {
+        ProcExceptionNew(e, QStringLiteral("workbench\\ModuleHost"), __LINE__,
+                         QStringLiteral("ModuleHost::createContainer"));
+        m_container = nullptr;
+    } catch (...) {
+        ProcExceptionNew(std::runtime_error("未知异常"), QStringLiteral("workbench\\ModuleHost"),
+                         __LINE__, QStringLiteral("ModuleHost::createContainer"));
+        m_container = nullptr;
+    }
     Communication::GetInstance()->SaveActiveFirstLevelWidget(m_container);
     return m_container;
 }

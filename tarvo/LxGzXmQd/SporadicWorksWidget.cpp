@@ -29,11 +29,12 @@
 
 namespace {
 
-const QString kSource = QStringLiteral("SporadicWorksWidget");
+const QString kSource = QStringLiteral("LxGzXmQd\\SporadicWorksWidget");
+const QString kClass = QStringLiteral("SporadicWorksWidget");
 
 QString tagOf(const char* slot)
 {
-    return kSource + QStringLiteral("::") + QLatin1String(slot);
+    return kClass + QStringLiteral("::") + QLatin1String(slot);
 }
 
 uint datePart(const QString& text, const QString& unit)

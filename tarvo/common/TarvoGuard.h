@@ -16,6 +16,7 @@ public:
     static void run(const QString& sourceFile, int line, const QString& tag, Body&& body) noexcept
     {
         try {
+            throwInjectedFault();
             std::forward<Body>(body)();
         } catch (const char* text) {
             report(std::runtime_error(text ? text : ""), sourceFile, line, tag);
@@ -28,7 +29,14 @@ public:
         }
     }
 
+    // Tests make the next guarded body fail as if its first host call had thrown, to see that
+    // every entry point reports under its tag and goes on. Never armed in production.
+    static void armInjectedFault();
+    // Whether an armed fault is still waiting for a guarded body (and disarms it).
+    static bool disarmInjectedFault();
+
 private:
+    static void throwInjectedFault();
     static void report(const std::exception& e, const QString& sourceFile, int line,
                        const QString& tag) noexcept;
 };

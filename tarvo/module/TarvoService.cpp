@@ -37,23 +37,21 @@ void TarvoService::LoadChildrenPageInfo()
 
 QWidget* TarvoService::CreateWidget(const QVariant& v)
 {
-    TarvoWidget* widget = nullptr;
-    TARVO_GUARD("module\\TarvoService", "TarvoService::CreateWidget")
-    {
-        ProjectSettingSpace::ServiceFuncPageInfo info;
-        const int type = qMetaTypeId<ProjectSettingSpace::ServiceFuncPageInfo>();
-        if (v.userType() == type) {
-            info = v.value<ProjectSettingSpace::ServiceFuncPageInfo>();
-        } else {
-            QVariant copy = v;
-            if (copy.convert(type))
-                info = copy.value<ProjectSettingSpace::ServiceFuncPageInfo>();
-        }
-        widget = new TarvoWidget(m_childPages, info.listPageInfo, nullptr);
-        m_widgets.append(widget);
-        QMessageLogger(__FILE__, __LINE__, nullptr).debug()
-            << __FILE__ << __LINE__ << QStringLiteral("创建Tarvo：") << static_cast<void*>(widget);
-    };
+    // Not under the module's guard: a container that cannot be made is the host's failure to
+    // report (it catches around this call), not a page's.
+    ProjectSettingSpace::ServiceFuncPageInfo info;
+    const int type = qMetaTypeId<ProjectSettingSpace::ServiceFuncPageInfo>();
+    if (v.userType() == type) {
+        info = v.value<ProjectSettingSpace::ServiceFuncPageInfo>();
+    } else {
+        QVariant copy = v;
+        if (copy.convert(type))
+            info = copy.value<ProjectSettingSpace::ServiceFuncPageInfo>();
+    }
+    auto* widget = new TarvoWidget(m_childPages, info.listPageInfo, nullptr);
+    m_widgets.append(widget);
+    QMessageLogger(__FILE__, __LINE__, nullptr).debug()
+        << __FILE__ << __LINE__ << QStringLiteral("创建Tarvo：") << static_cast<void*>(widget);
     return widget;
 }
 

@@ -22,9 +22,10 @@ private:
 
     static bool isEntryPoint(const QString& name)
     {
-        static const QStringList names = {"ProcMsg", "ProcessMsg", "CreateWidget",  "DeleteWidget",
-                                          "Start",   "Stop",       "setData",       "getDataGz",
-                                          "onOk",    "onOkModify", "onBtnOkClicked"};
+        // CreateWidget is left to the host: it catches around the making of a container.
+        static const QStringList names = {"ProcMsg",    "ProcessMsg",    "DeleteWidget", "Start",
+                                          "Stop",       "setData",       "getDataGz",    "onOk",
+                                          "onOkModify", "onBtnOkClicked"};
         return name.startsWith("slot") || name.startsWith("on_") || name.endsWith("SLot") ||
                names.contains(name);
     }
