@@ -490,6 +490,7 @@ bool decodeRow(const char* p, qint64 length, RowFields& values, QString* why,
             return true;
         }))
         return false;
+    values.clear(); // what the row held before is replaced whole
     values.reserve(highest + 1);
     return walkFields(p, length, why, [&](int field, quint8 type, const char* data, int size) {
         switch (type) {
