@@ -17,7 +17,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     bool ok = false;
     switch (data[0] % 3) {
     case 0: {
-        QVector<QVariant> values;
+        RowFields values;
         ok = ProjectFile::decodeFields(bytes, values, &why);
         break;
     }

@@ -23,8 +23,9 @@ bool isBlank(const BaseDataItem* item)
 {
     if (!item)
         return true;
-    for (const QVariant& v : item->rawValues())
-        if (v.isValid() && !v.toString().trimmed().isEmpty())
+    const RowFields& values = item->rawValues();
+    for (int f = 0; f < values.size(); ++f)
+        if (values.type(f) != RowFields::Invalid && !values.value(f).toString().trimmed().isEmpty())
             return false;
     return true;
 }

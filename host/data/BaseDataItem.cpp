@@ -21,8 +21,25 @@ void BaseDataItem::setValue(int field, const QVariant& value)
     loadValue(field, value);
 }
 
+double BaseDataItem::getDouble(int field) const
+{
+    switch (m_values.type(field)) {
+    case RowFields::Double:
+        return m_values.doubleAt(field);
+    case RowFields::Int:
+    case RowFields::LongLong:
+        return double(m_values.integerAt(field));
+    case RowFields::Invalid:
+        return 0;
+    default:
+        return getValue(field).toDouble();
+    }
+}
+
 QString BaseDataItem::getValueStr(int field) const
 {
+    if (m_values.type(field) == RowFields::Text)
+        return m_values.textAt(field);
     const QVariant v = getValue(field);
     switch (v.userType()) {
     case QMetaType::Double:
@@ -85,14 +102,7 @@ void BaseDataItem::copyFrom(const BaseDataItem& other)
 
 void BaseDataItem::loadValue(int field, const QVariant& value)
 {
-    if (field < 0)
-        return;
-    if (field >= m_values.size()) {
-        if (!value.isValid())
-            return;
-        m_values.resize(field + 1);
-    }
-    m_values[field] = value;
+    m_values.set(field, value);
 }
 
 void BaseDataItem::loadState(int kind, bool block, int height, const QString& note)

@@ -1,8 +1,9 @@
 #pragma once
 
+#include "RowFields.h"
+
 #include <QString>
 #include <QVariant>
-#include <QVector>
 
 class GeneralTableBase;
 
@@ -16,14 +17,11 @@ public:
     BaseDataItem(const BaseDataItem&) = delete;
     BaseDataItem& operator=(const BaseDataItem&) = delete;
 
-    QVariant getValue(int field) const
-    {
-        return field >= 0 && field < m_values.size() ? m_values.at(field) : QVariant();
-    }
+    QVariant getValue(int field) const { return m_values.value(field); }
     void setValue(int field, const QVariant& value);
     // The text a grid shows for the field: numbers without float noise, booleans as 0/1.
     virtual QString getValueStr(int field) const;
-    double getDouble(int field) const { return getValue(field).toDouble(); }
+    double getDouble(int field) const;
 
     int getKind() const { return m_kind; }
     void setKind(int kind);
@@ -42,7 +40,9 @@ public:
     // Raw access for loading and undo: never journalled.
     void loadValue(int field, const QVariant& value);
     void loadState(int kind, bool block, int height, const QString& note);
-    const QVector<QVariant>& rawValues() const { return m_values; }
+    const RowFields& rawValues() const { return m_values; }
+    // Loading: a whole row's fields at once (the row is new, nothing is journalled).
+    void loadValues(RowFields&& values) { m_values = std::move(values); }
 
     // Pseudo field numbers under which row state is journalled.
     enum StateField { KindField = -1, BlockField = -2, HeightField = -3, NoteField = -4 };
@@ -54,7 +54,7 @@ private:
     void record(int field, const QVariant& oldValue, const QVariant& newValue);
 
     GeneralTableBase* m_owner = nullptr;
-    QVector<QVariant> m_values;
+    RowFields m_values;
     QString m_note;
     qint32 m_kind = 0;
     qint16 m_height = 0;

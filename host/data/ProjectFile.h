@@ -1,8 +1,8 @@
 #pragma once
 
+#include "RowFields.h"
+
 #include <QString>
-#include <QVariant>
-#include <QVector>
 
 #include <memory>
 
@@ -25,8 +25,7 @@ public:
     static std::unique_ptr<ProjectWorks> Open(const QString& path, QString* error);
 
     // Compact encoding of a row's fields (exposed for the benchmarks and tests).
-    static QByteArray encodeFields(const QVector<QVariant>& values);
+    static QByteArray encodeFields(const RowFields& values);
     // Refuses (false, with the reason) anything it cannot decode whole.
-    static bool decodeFields(const QByteArray& bytes, QVector<QVariant>& values,
-                             QString* why = nullptr);
+    static bool decodeFields(const QByteArray& bytes, RowFields& values, QString* why = nullptr);
 };

@@ -87,10 +87,10 @@ bool TemplateAccess::WriteTemplateFile(const QString& path, const GeneralTableBa
     QJsonArray rows;
     for (const BaseDataItem* item : table->items()) {
         QJsonObject fields;
-        const QVector<QVariant>& values = item->rawValues();
+        const RowFields& values = item->rawValues();
         for (int f = 0; f < values.size(); ++f)
-            if (values.at(f).isValid())
-                fields.insert(QString::number(f), QJsonValue::fromVariant(values.at(f)));
+            if (values.type(f) != RowFields::Invalid)
+                fields.insert(QString::number(f), QJsonValue::fromVariant(values.value(f)));
         QJsonObject row{{QStringLiteral("kind"), item->getKind()},
                         {QStringLiteral("fields"), fields}};
         if (!item->getNote().isEmpty())

@@ -99,11 +99,10 @@ bool TenderListStore::Load(QSqlDatabase& db, ProjectWorks* works, QString* failu
         *failure = reason;
         return false;
     };
-    QVector<QVariant> values;
     while (q.next()) {
         const int kind = q.value(0).toInt();
         const int node = q.value(1).toInt();
-        values.clear();
+        RowFields values;
         if (!ProjectFile::decodeFields(q.value(2).toByteArray(), values))
             return discard(QStringLiteral("招标清单行无法解读"));
         BaseDataItem* item = nullptr;
@@ -121,8 +120,7 @@ bool TenderListStore::Load(QSqlDatabase& db, ProjectWorks* works, QString* failu
         } else {
             return discard(QStringLiteral("招标清单行不属于任何清单"));
         }
-        for (int f = 0; f < values.size(); ++f)
-            item->loadValue(f, values.at(f));
+        item->loadValues(std::move(values));
         item->loadState(1, false, 0, QString());
     }
     if (q.lastError().isValid())

@@ -113,7 +113,7 @@ private slots:
     {
         QVector<QVariant> values = {QVariant(), 3.25, QStringLiteral("混凝土"), true, 42};
         values << QVariant(QVariantList{1, QStringList{QStringLiteral("a")}, QVariantMap{}});
-        const QByteArray fields = ProjectFile::encodeFields(values);
+        const QByteArray fields = ProjectFile::encodeFields(RowFields::fromVector(values));
         QByteArray map;
         {
             QDataStream out(&map, QIODevice::WriteOnly);
@@ -122,7 +122,7 @@ private slots:
         }
         int accepted = 0;
         for (int round = 0; round < rounds() * 20; ++round) {
-            QVector<QVariant> decoded;
+            RowFields decoded;
             QString why;
             if (ProjectFile::decodeFields(mutate(fields), decoded, &why))
                 ++accepted;
