@@ -9,7 +9,7 @@ BUILD_TYPE="${BUILD_TYPE:-RelWithDebInfo}"
 PACKAGES=(cmake ninja-build g++ ccache pkg-config qtbase5-dev qtbase5-dev-tools libqt5sql5-sqlite
           libqt5svg5-dev qttools5-dev libxlsxwriter-dev libfreexl-dev libmuparser-dev libzip-dev
           libbenchmark-dev xvfb xauth fonts-noto-cjk clang-format rapidjson-dev python3-openpyxl
-          python3-xlrd zlib1g-dev libxml2-utils qttranslations5-l10n)
+          python3-xlrd zlib1g-dev libxml2-utils qttranslations5-l10n libsqlite3-dev)
 
 missing=()
 for package in "${PACKAGES[@]}"; do
