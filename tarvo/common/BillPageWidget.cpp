@@ -16,6 +16,7 @@
 #include <QLabel>
 #include <QScrollBar>
 #include <QSplitter>
+#include <memory>
 
 BillPageWidget::BillPageWidget(QWidget* parent)
     : zBaseWidget(parent), m_audit(new AuditBusiness(this))
@@ -151,11 +152,16 @@ void BillPageWidget::arrangeComparison()
         splitter->setSizes(comparing ? QList<int>{width / 2, width - width / 2}
                                      : QList<int>{200, width - 200});
     }
+    // Side by side, both grids keep their horizontal scroll bars, so that the rows (and the
+    // footers under them) stand level whichever pane is the narrower.
+    m_sj->view()->setHorizontalScrollBarPolicy(comparing ? Qt::ScrollBarAlwaysOn
+                                                         : Qt::ScrollBarAsNeeded);
     if (!comparing)
         return;
     // The same columns on both sides, each as wide as the wider of its two contents.
     zTableView* sj = m_sj->view();
     zTableView* ss = m_ss->view();
+    ss->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     sj->resizeColumnsToContents();
     ss->resizeColumnsToContents();
     const int columns = qMin(sj->model()->columnCount(), ss->model()->columnCount());
@@ -165,14 +171,29 @@ void BillPageWidget::arrangeComparison()
         ss->setColumnWidth(c, width);
     }
     ss->verticalHeader()->setDefaultSectionSize(sj->verticalHeader()->defaultSectionSize());
+    // What stands under the current grid (the materials legend) is left free under the
+    // submitted grid too, so that both show as many rows and their footers stand level.
+    const auto* below = m_sj->findChild<QWidget*>(QStringLiteral("legend"));
+    if (QLayout* layout = m_ss->layout())
+        layout->setContentsMargins(0, 0, 0, below ? below->sizeHint().height() : 0);
     if (!property("scrollLinked").toBool()) {
         setProperty("scrollLinked", true);
+        // One grid follows the other; a grid that cannot go as far (fewer rows) stops where
+        // it ends without holding the other back.
+        auto following = std::make_shared<bool>(false);
         for (auto [from, to] : {std::pair{sj, ss}, std::pair{ss, sj}}) {
-            zTableView* other = to;
-            connect(from->verticalScrollBar(), &QScrollBar::valueChanged,
-                    other->verticalScrollBar(), &QScrollBar::setValue);
-            connect(from->horizontalScrollBar(), &QScrollBar::valueChanged,
-                    other->horizontalScrollBar(), &QScrollBar::setValue);
+            for (auto [fromBar, toBar] :
+                 {std::pair{from->verticalScrollBar(), to->verticalScrollBar()},
+                  std::pair{from->horizontalScrollBar(), to->horizontalScrollBar()}}) {
+                QScrollBar* other = toBar;
+                connect(fromBar, &QScrollBar::valueChanged, other, [following, other](int value) {
+                    if (*following)
+                        return;
+                    *following = true;
+                    other->setValue(value);
+                    *following = false;
+                });
+            }
         }
     }
 }
