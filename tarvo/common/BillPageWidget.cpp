@@ -10,6 +10,7 @@
 #include "SkinManager.h"
 #include "zTableView.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -17,6 +18,47 @@
 #include <QScrollBar>
 #include <QSplitter>
 #include <memory>
+
+namespace {
+
+// What stands under the current grid (the materials legend, the explanation) is left free
+// under the submitted grid too, so that both grids show as many rows and their footers stand
+// level. Follows the current grid as the page is laid out again.
+class BottomAligner : public QObject
+{
+public:
+    BottomAligner(QWidget* currentGrid, QWidget* submittedPane)
+        : QObject(submittedPane), m_grid(currentGrid), m_pane(submittedPane)
+    {
+        m_grid->installEventFilter(this);
+        align();
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched == m_grid && (event->type() == QEvent::Resize ||
+                                  event->type() == QEvent::Move || event->type() == QEvent::Show))
+            align();
+        return false;
+    }
+
+private:
+    void align()
+    {
+        QWidget* holder = m_grid->parentWidget();
+        QLayout* layout = m_pane->layout();
+        if (!holder || !layout)
+            return;
+        const int below = qMax(0, holder->height() - m_grid->geometry().bottom() - 1);
+        if (layout->contentsMargins().bottom() != below)
+            layout->setContentsMargins(0, 0, 0, below);
+    }
+
+    QWidget* m_grid;
+    QWidget* m_pane;
+};
+
+} // namespace
 
 BillPageWidget::BillPageWidget(QWidget* parent)
     : zBaseWidget(parent), m_audit(new AuditBusiness(this))
@@ -131,8 +173,9 @@ void BillPageWidget::arrangeComparison()
         m_sjTitle->setObjectName(QStringLiteral("sjTitle"));
         m_sjTitle->setTextFormat(Qt::RichText);
         m_sjTitle->setText(
-            QStringLiteral("当前版本　<span style=\"background-color:%1\">　　</span> "
-                           "与送审版本不同的行")
+            // Non-breaking spaces: rich text keeps them, where other blanks collapse to nothing.
+            QStringLiteral("当前版本&nbsp;&nbsp;<span style=\"background-color:%1\">"
+                           "&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;</span>&nbsp;与送审版本不同的行")
                 .arg(colour.name()));
         m_sjTitle->setStyleSheet(
             QStringLiteral("QLabel { background: #e8f1fb; padding: 3px 6px; color: #1d4f80; }"));
@@ -171,13 +214,9 @@ void BillPageWidget::arrangeComparison()
         ss->setColumnWidth(c, width);
     }
     ss->verticalHeader()->setDefaultSectionSize(sj->verticalHeader()->defaultSectionSize());
-    // What stands under the current grid (the materials legend) is left free under the
-    // submitted grid too, so that both show as many rows and their footers stand level.
-    const auto* below = m_sj->findChild<QWidget*>(QStringLiteral("legend"));
-    if (QLayout* layout = m_ss->layout())
-        layout->setContentsMargins(0, 0, 0, below ? below->sizeHint().height() : 0);
     if (!property("scrollLinked").toBool()) {
         setProperty("scrollLinked", true);
+        new BottomAligner(sj, m_ss);
         // One grid follows the other; a grid that cannot go as far (fewer rows) stops where
         // it ends without holding the other back.
         auto following = std::make_shared<bool>(false);
