@@ -69,5 +69,8 @@ void LxGzXmQdWidget::InitWidget()
             static_cast<LxGzXmQdSjWidget*>(sjWidget()), &LxGzXmQdSjWidget::slotSelectSporadicItem);
     splitter->addWidget(content);
     splitter->addWidget(sporadic);
-    splitter->setSizes({400, 400});
+    // The bill keeps the larger share: its prices and amounts stay in sight beside the panel.
+    splitter->setStretchFactor(0, 3);
+    splitter->setStretchFactor(1, 2);
+    splitter->setSizes({780, 420});
 }
