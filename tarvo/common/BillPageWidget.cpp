@@ -58,6 +58,34 @@ private:
     QWidget* m_pane;
 };
 
+// One grid's scroll bar follows the other's; a bar that cannot go as far stops where it ends
+// without holding the other back (the shared flag breaks the echo).
+class ScrollFollower : public QObject
+{
+public:
+    ScrollFollower(QScrollBar* from, QScrollBar* to, std::shared_ptr<bool> following)
+        : QObject(to), m_to(to), m_following(std::move(following))
+    {
+        connect(from, &QScrollBar::valueChanged, this, &ScrollFollower::follow);
+    }
+
+    void follow(int value)
+    {
+        TarvoGuard::run(QStringLiteral("common\\BillPageWidget"), __LINE__,
+                        QStringLiteral("BillPageWidget::followScroll"), [&] {
+                            if (*m_following)
+                                return;
+                            *m_following = true;
+                            m_to->setValue(value);
+                            *m_following = false;
+                        });
+    }
+
+private:
+    QScrollBar* m_to;
+    std::shared_ptr<bool> m_following;
+};
+
 } // namespace
 
 BillPageWidget::BillPageWidget(QWidget* parent)
@@ -217,21 +245,13 @@ void BillPageWidget::arrangeComparison()
     if (!property("scrollLinked").toBool()) {
         setProperty("scrollLinked", true);
         new BottomAligner(sj, m_ss);
-        // One grid follows the other; a grid that cannot go as far (fewer rows) stops where
-        // it ends without holding the other back.
+        // One grid follows the other (see ScrollFollower).
         auto following = std::make_shared<bool>(false);
         for (auto [from, to] : {std::pair{sj, ss}, std::pair{ss, sj}}) {
             for (auto [fromBar, toBar] :
                  {std::pair{from->verticalScrollBar(), to->verticalScrollBar()},
                   std::pair{from->horizontalScrollBar(), to->horizontalScrollBar()}}) {
-                QScrollBar* other = toBar;
-                connect(fromBar, &QScrollBar::valueChanged, other, [following, other](int value) {
-                    if (*following)
-                        return;
-                    *following = true;
-                    other->setValue(value);
-                    *following = false;
-                });
+                new ScrollFollower(fromBar, toBar, following);
             }
         }
     }

@@ -109,8 +109,8 @@ private slots:
     {
         TestProject p;
         QString error;
-        QVERIFY(ProjectFile::Save(p.project, path("none.tarvo"), &error));
-        std::unique_ptr<ProjectWorks> opened = ProjectFile::Open(path("none.tarvo"), &error);
+        QVERIFY(ProjectFile::Save(p.project, path("no-region.tarvo"), &error));
+        std::unique_ptr<ProjectWorks> opened = ProjectFile::Open(path("no-region.tarvo"), &error);
         QVERIFY2(opened, qPrintable(error));
         QCOMPARE(ProjectRegion::Of(opened.get()), QString());
         QVERIFY(!opened->GetPriceModelConfig()->items().contains(ProjectRegion::ConfigItem));
@@ -127,7 +127,7 @@ private slots:
 
         const QList<QPair<QVariant, QString>> hostile = {
             {QVariant(5), "“5”无效：不是文字"},
-            {QVariant(QStringList{"成都市区"}), "“QStringList”无效：不是文字"},
+            {QVariant(QStringList{"成都市区"}), "“成都市区”无效：不是文字"},
             {QVariant(QString(101, QChar(0x5DDD))), "无效：超过100个字"},
             {QVariant(QString("成都\t市区")), "无效：含有控制字符"}};
         for (const auto& [value, reason] : hostile) {
