@@ -5,6 +5,8 @@
 class ProjectWorks;
 
 // The bundled sample construction project: a school in Chengdu with two single projects and
-// six unit projects, realistic bill rows and a few hundred materials per unit project, with
-// deliberate disagreements between unit projects for the materials pages to find.
+// six unit projects (building, plumbing and electrical works in each), realistic bill rows and
+// each unit project's own materials for its discipline, one tax method throughout, with
+// deliberate disagreements between unit projects of one discipline for the materials pages to
+// find.
 std::unique_ptr<ProjectWorks> BuildSampleProject();

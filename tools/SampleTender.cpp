@@ -8,12 +8,23 @@
 
 namespace {
 
-// Materials the tenderer names that no unit project of the bid uses.
-const char* const kTenderOnly[][5] = {
-    {"铝单板", "2.5mm 氟碳喷涂", "m2", "285", "优等品"},
-    {"不锈钢栏杆", "304 φ50", "m", "320", "一级品"},
-    {"甲级防火门", "FM甲1221", "樘", "1850", "合格品"},
+// Materials the tenderer names that no unit project of the bid uses, by the unit project's
+// discipline: building works, plumbing, electrical.
+const char* const kTenderOnly[3][2][5] = {
+    {{"铝单板", "2.5mm 氟碳喷涂", "m2", "285", "优等品"},
+     {"不锈钢栏杆", "304 φ50", "m", "320", "一级品"}},
+    {{"不锈钢给水管", "DN50 薄壁", "m", "86", "合格品"},
+     {"倒流防止器", "DN100", "个", "2600", "合格品"}},
+    {{"矿物绝缘电缆", "BTTZ-4×25", "m", "265", "合格品"},
+     {"智能照明控制模块", "8路", "个", "1380", "合格品"}},
 };
+
+int disciplineOf(const QString& unitName)
+{
+    if (unitName.contains(QStringLiteral("建筑")))
+        return 0;
+    return unitName.contains(QStringLiteral("给排水")) ? 1 : 2;
+}
 
 QString otherSpelling(QString spec)
 {
@@ -62,7 +73,7 @@ TenderDocument BuildSampleTender(ProjectWorks* sample, bool fitting)
                 m.remark = QStringLiteral("暂估价含运至施工现场费用");
                 list << m;
             }
-            for (const auto& extra : kTenderOnly) {
+            for (const auto& extra : kTenderOnly[disciplineOf(unit.name)]) {
                 TenderMaterial m;
                 m.code = QStringLiteral("ZG%1%2")
                              .arg(unitNo, 2, 10, QLatin1Char('0'))
@@ -81,6 +92,32 @@ TenderDocument BuildSampleTender(ProjectWorks* sample, bool fitting)
         }
     }
     d.provisionalTotal.reset();
+    // The evaluated materials overlap the bid's the same way: most as the bid has them, some
+    // with the model spelt otherwise, one the bid does not list, and one of the bid's left out.
+    QVector<TenderEvaluatedMaterial> evaluated;
+    for (int i = 0; i < d.evaluated.size(); ++i) {
+        TenderEvaluatedMaterial m = d.evaluated.at(i);
+        if (i == d.evaluated.size() - 1 && i > 0)
+            continue;
+        if (i % 3 == 1)
+            m.spec = otherSpelling(m.spec);
+        m.serial = QString::number(evaluated.size() + 1);
+        m.grade = QStringLiteral("合格品");
+        evaluated << m;
+    }
+    TenderEvaluatedMaterial coating;
+    coating.serial = QString::number(evaluated.size() + 1);
+    coating.code = QStringLiteral("PS%1").arg(evaluated.size() + 1, 3, 10, QLatin1Char('0'));
+    coating.name = QStringLiteral("钢结构防火涂料");
+    coating.spec = QStringLiteral("超薄型 耐火1.5h");
+    coating.unit = QStringLiteral("kg");
+    coating.price = 28;
+    coating.quantity = 1200;
+    coating.amount = 33600;
+    coating.grade = QStringLiteral("合格品");
+    evaluated << coating;
+    d.evaluated = evaluated;
+    d.evaluatedTotal.reset();
     if (!fitting) {
         // Another project's tree: a unit project renamed, and one more.
         TenderSingleProject& last = d.singles.last();

@@ -1,6 +1,7 @@
 #include "MainWindow.h"
 
 #include "ModuleHost.h"
+#include "ProjectPropertiesDialog.h"
 #include "ProjectTreeModel.h"
 #include "RibbonWidget.h"
 #include "TenderExportAction.h"
@@ -16,6 +17,7 @@
 #include "UnitProjectCalc.h"
 #include "zFileDialog.h"
 #include "zMessageBox.h"
+#include "zTitleModal.h"
 
 #include <QAction>
 #include <QApplication>
@@ -150,6 +152,11 @@ void MainWindow::buildMenus()
     connect(file->addAction(QStringLiteral("退出(&X)")), &QAction::triggered, this,
             &QWidget::close);
 
+    QMenu* projectMenu = menuBar()->addMenu(QStringLiteral("工程(&P)"));
+    QAction* properties = projectMenu->addAction(QStringLiteral("工程属性(&P)..."));
+    properties->setObjectName(QStringLiteral("projectPropertiesAction"));
+    connect(properties, &QAction::triggered, this, [this] { editProjectProperties(); });
+
     QMenu* edit = menuBar()->addMenu(QStringLiteral("编辑(&E)"));
     QUndoStack* stack = RURecordControl::GetInstance()->undoStack();
     QAction* undo = stack->createUndoAction(this, QStringLiteral("撤销"));
@@ -173,6 +180,22 @@ void MainWindow::buildMenus()
     edit->addAction(redo);
     addAction(undo);
     addAction(redo);
+}
+
+bool MainWindow::editProjectProperties()
+{
+    ProjectWorks* p = project();
+    if (!p || p->IsReadOnly())
+        return false;
+    ProjectPropertiesDialog dialog(p, this);
+    if (zTitleModal::ShowModal(&dialog) != 0 || !dialog.apply())
+        return false;
+    // Not an undo step: the file differs from the project until it is saved.
+    p->setProjectWorkChanged(true);
+    markSavedState(false);
+    updateTitle();
+    m_host->send(MsgId::RefreshPages);
+    return true;
 }
 
 void MainWindow::markSavedState(bool saved)

@@ -31,6 +31,8 @@ public:
     bool saveAs(const QString& path);
     // Asks to save a changed project; false when the user cancels.
     bool maybeSave();
+    // "工程属性": shows the project's properties and takes the region typed there.
+    bool editProjectProperties();
 
     ProjectWorks* project() const;
     ModuleHost* moduleHost() const { return m_host; }

@@ -1,5 +1,6 @@
 #include "ProjectFile.h"
 
+#include "ProjectRegion.h"
 #include "ProjectWorks.h"
 #include "TenderListStore.h"
 #include "VariantStream.h"
@@ -772,6 +773,15 @@ std::unique_ptr<ProjectWorks> ProjectFile::Open(const QString& path, QString* er
     const QMap<int, QVariant> projectConfig = project.intMap(5, "config");
     if (!project.ok())
         return damaged(project.problem());
+    const QVariant region = projectConfig.value(ProjectRegion::ConfigItem);
+    const QString regionProblem = ProjectRegion::Problem(region);
+    if (!regionProblem.isEmpty())
+        return damaged(
+            project.wrong(QStringLiteral("列“config”第%1项（工程所在地区）的值“%2”无效：%3")
+                              .arg(ProjectRegion::ConfigItem)
+                              .arg(region.toString().isEmpty() ? QLatin1String(region.typeName())
+                                                               : region.toString().left(40))
+                              .arg(regionProblem)));
     if (q.next())
         return damaged(QStringLiteral("数据表“project”有多条工程记录"));
     auto works = std::make_unique<ProjectWorks>(projectId, projectName);

@@ -2,10 +2,13 @@
 
 #include "TarvoGuard.h"
 
+#include "ConstructionWorks.h"
 #include "HostIds.h"
 #include "LxGzXmQdSjWidget.h"
 #include "LxGzXmQdSsWidget.h"
+#include "ProjectRegion.h"
 #include "SporadicWorksWidget.h"
+
 #include <QGridLayout>
 #include <QSplitter>
 
@@ -16,10 +19,13 @@ LxGzXmQdWidget::LxGzXmQdWidget(QWidget* parent) : BillPageWidget(parent)
 
 void LxGzXmQdWidget::afterMsg(int msgId)
 {
-    // The panel follows the page's read-only state.
+    // The panel follows the page's read-only state, and offers the project's region.
     if (m_sporadic && (msgId == MsgId::NodeClicked || msgId == MsgId::NodeSelected ||
-                       msgId == MsgId::RefreshPages))
+                       msgId == MsgId::RefreshPages)) {
         m_sporadic->slotChangeReadOnly(sjWidget()->isLocked());
+        if (ConstructionWorks* works = sjWidget()->works())
+            m_sporadic->SetProjectRegion(ProjectRegion::Of(works->getOwner()));
+    }
 }
 
 BillSjWidget* LxGzXmQdWidget::createSjWidget()
@@ -63,5 +69,8 @@ void LxGzXmQdWidget::InitWidget()
             static_cast<LxGzXmQdSjWidget*>(sjWidget()), &LxGzXmQdSjWidget::slotSelectSporadicItem);
     splitter->addWidget(content);
     splitter->addWidget(sporadic);
-    splitter->setSizes({400, 400});
+    // The bill keeps the larger share: its prices and amounts stay in sight beside the panel.
+    splitter->setStretchFactor(0, 3);
+    splitter->setStretchFactor(1, 2);
+    splitter->setSizes({780, 420});
 }

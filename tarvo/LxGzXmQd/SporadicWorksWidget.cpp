@@ -141,6 +141,8 @@ SporadicWorksWidget::SporadicWorksWidget(QWidget* parent)
             connect(reinterpret_cast<zBatMessage*>(quintptr(bus)), &zBatMessage::doNotify, this,
                     &SporadicWorksWidget::slotServiceNotify);
     }
+    // Only a region the user picks is remembered, not one the panel chose by itself.
+    connect(m_location, &QComboBox::textActivated, this, &SporadicWorksWidget::slotLocationChosen);
     UpdateLocationCBox();
 }
 
@@ -175,25 +177,62 @@ QStringList SporadicWorksWidget::SortTimes(QStringList times)
     return times;
 }
 
+namespace {
+
+const QString kRememberedRegion = QStringLiteral("LxGzXmQd/region");
+
+} // namespace
+
+QString SporadicWorksWidget::RememberedRegion()
+{
+    return QSettings().value(kRememberedRegion).toString();
+}
+
 void SporadicWorksWidget::UpdateLocationCBox()
 {
     {
         const QSignalBlocker blocker(m_location);
         m_location->clear();
         m_location->addItems(m_model->Regions());
-        // The region the user chose last time, when the store still has it.
-        const QString remembered = QSettings().value(QStringLiteral("LxGzXmQd/region")).toString();
+        // The region the user chose last time, when the store still has it; otherwise the
+        // project's region.
+        const QString remembered = RememberedRegion();
         if (m_location->findText(remembered) >= 0)
             m_location->setCurrentText(remembered);
+        else if (m_location->findText(m_projectRegion) >= 0)
+            m_location->setCurrentText(m_projectRegion);
     }
     slotLocationTextChanged(m_location->currentText());
+}
+
+void SporadicWorksWidget::SetProjectRegion(const QString& region)
+{
+    TarvoGuard::run(kSource, __LINE__, tagOf("SetProjectRegion"), [&] {
+        m_projectRegion = region;
+        // A region the user chose before wins while the store has it.
+        if (m_location->findText(RememberedRegion()) >= 0 || m_location->findText(region) < 0 ||
+            m_location->currentText() == region)
+            return;
+        {
+            const QSignalBlocker blocker(m_location);
+            m_location->setCurrentText(region);
+        }
+        slotLocationTextChanged(region);
+    });
+}
+
+void SporadicWorksWidget::slotLocationChosen(const QString& text)
+{
+    TarvoGuard::run(kSource, __LINE__, tagOf("slotLocationChosen"), [&] {
+        if (!text.isEmpty())
+            QSettings().setValue(kRememberedRegion, text);
+    });
 }
 
 void SporadicWorksWidget::slotLocationTextChanged(const QString& text)
 {
     TarvoGuard::run(kSource, __LINE__, tagOf("slotLocationTextChanged"), [&] {
-        if (!text.isEmpty())
-            QSettings().setValue(QStringLiteral("LxGzXmQd/region"), text);
+        Q_UNUSED(text)
         slotUpdateStartTimeCBox();
     });
 }

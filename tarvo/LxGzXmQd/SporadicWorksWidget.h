@@ -26,6 +26,11 @@ public:
     static QStringList SortTimes(QStringList times);
     // Reloads the lists and the grid, keeping the region.
     void Reload();
+    // The region of the project shown: the region chosen when the user has not chosen one
+    // that the store holds.
+    void SetProjectRegion(const QString& region);
+    // The region the user chose last (application settings), empty when none.
+    static QString RememberedRegion();
 
 signals:
     void signalSelectSporadicItem(double price);
@@ -43,6 +48,7 @@ public slots:
     void on_delBtn_clicked();
     void on_editBtn_clicked();
     void doubleClickedSLot(const QModelIndex& index);
+    void slotLocationChosen(const QString& text);
 
 private:
     void UpdateLocationCBox();
@@ -57,4 +63,5 @@ private:
     QTextBrowser* m_text = nullptr;
     QPushButton* m_select = nullptr;
     bool m_readOnly = false;
+    QString m_projectRegion;
 };

@@ -10,12 +10,83 @@
 #include "SkinManager.h"
 #include "zTableView.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QScrollBar>
 #include <QSplitter>
+#include <memory>
+
+namespace {
+
+// What stands under the current grid (the materials legend, the explanation) is left free
+// under the submitted grid too, so that both grids show as many rows and their footers stand
+// level. Follows the current grid as the page is laid out again.
+class BottomAligner : public QObject
+{
+public:
+    BottomAligner(QWidget* currentGrid, QWidget* submittedPane)
+        : QObject(submittedPane), m_grid(currentGrid), m_pane(submittedPane)
+    {
+        m_grid->installEventFilter(this);
+        align();
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (watched == m_grid && (event->type() == QEvent::Resize ||
+                                  event->type() == QEvent::Move || event->type() == QEvent::Show))
+            align();
+        return false;
+    }
+
+private:
+    void align()
+    {
+        QWidget* holder = m_grid->parentWidget();
+        QLayout* layout = m_pane->layout();
+        if (!holder || !layout)
+            return;
+        const int below = qMax(0, holder->height() - m_grid->geometry().bottom() - 1);
+        if (layout->contentsMargins().bottom() != below)
+            layout->setContentsMargins(0, 0, 0, below);
+    }
+
+    QWidget* m_grid;
+    QWidget* m_pane;
+};
+
+// One grid's scroll bar follows the other's; a bar that cannot go as far stops where it ends
+// without holding the other back (the shared flag breaks the echo).
+class ScrollFollower : public QObject
+{
+public:
+    ScrollFollower(QScrollBar* from, QScrollBar* to, std::shared_ptr<bool> following)
+        : QObject(to), m_to(to), m_following(std::move(following))
+    {
+        connect(from, &QScrollBar::valueChanged, this, &ScrollFollower::follow);
+    }
+
+    void follow(int value)
+    {
+        TarvoGuard::run(QStringLiteral("common\\BillPageWidget"), __LINE__,
+                        QStringLiteral("BillPageWidget::followScroll"), [&] {
+                            if (*m_following)
+                                return;
+                            *m_following = true;
+                            m_to->setValue(value);
+                            *m_following = false;
+                        });
+    }
+
+private:
+    QScrollBar* m_to;
+    std::shared_ptr<bool> m_following;
+};
+
+} // namespace
 
 BillPageWidget::BillPageWidget(QWidget* parent)
     : zBaseWidget(parent), m_audit(new AuditBusiness(this))
@@ -130,8 +201,9 @@ void BillPageWidget::arrangeComparison()
         m_sjTitle->setObjectName(QStringLiteral("sjTitle"));
         m_sjTitle->setTextFormat(Qt::RichText);
         m_sjTitle->setText(
-            QStringLiteral("当前版本　<span style=\"background-color:%1\">　　</span> "
-                           "与送审版本不同的行")
+            // Non-breaking spaces: rich text keeps them, where other blanks collapse to nothing.
+            QStringLiteral("当前版本&nbsp;&nbsp;<span style=\"background-color:%1\">"
+                           "&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;</span>&nbsp;与送审版本不同的行")
                 .arg(colour.name()));
         m_sjTitle->setStyleSheet(
             QStringLiteral("QLabel { background: #e8f1fb; padding: 3px 6px; color: #1d4f80; }"));
@@ -151,11 +223,16 @@ void BillPageWidget::arrangeComparison()
         splitter->setSizes(comparing ? QList<int>{width / 2, width - width / 2}
                                      : QList<int>{200, width - 200});
     }
+    // Side by side, both grids keep their horizontal scroll bars, so that the rows (and the
+    // footers under them) stand level whichever pane is the narrower.
+    m_sj->view()->setHorizontalScrollBarPolicy(comparing ? Qt::ScrollBarAlwaysOn
+                                                         : Qt::ScrollBarAsNeeded);
     if (!comparing)
         return;
     // The same columns on both sides, each as wide as the wider of its two contents.
     zTableView* sj = m_sj->view();
     zTableView* ss = m_ss->view();
+    ss->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     sj->resizeColumnsToContents();
     ss->resizeColumnsToContents();
     const int columns = qMin(sj->model()->columnCount(), ss->model()->columnCount());
@@ -167,12 +244,15 @@ void BillPageWidget::arrangeComparison()
     ss->verticalHeader()->setDefaultSectionSize(sj->verticalHeader()->defaultSectionSize());
     if (!property("scrollLinked").toBool()) {
         setProperty("scrollLinked", true);
+        new BottomAligner(sj, m_ss);
+        // One grid follows the other (see ScrollFollower).
+        auto following = std::make_shared<bool>(false);
         for (auto [from, to] : {std::pair{sj, ss}, std::pair{ss, sj}}) {
-            zTableView* other = to;
-            connect(from->verticalScrollBar(), &QScrollBar::valueChanged,
-                    other->verticalScrollBar(), &QScrollBar::setValue);
-            connect(from->horizontalScrollBar(), &QScrollBar::valueChanged,
-                    other->horizontalScrollBar(), &QScrollBar::setValue);
+            for (auto [fromBar, toBar] :
+                 {std::pair{from->verticalScrollBar(), to->verticalScrollBar()},
+                  std::pair{from->horizontalScrollBar(), to->horizontalScrollBar()}}) {
+                new ScrollFollower(fromBar, toBar, following);
+            }
         }
     }
 }

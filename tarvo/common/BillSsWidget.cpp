@@ -27,6 +27,8 @@ void BillSsWidget::init(BillModel* model, const QString& listName)
     m_view->LoadTableHeader(listName);
     m_view->setModel(m_model);
     m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    // A list with a total row keeps it in sight under the rows, as the current version does.
+    m_view->setFooterEnabled(true);
     auto* title = m_title = new QLabel(QStringLiteral("送审版本"), this);
     title->setStyleSheet(
         QStringLiteral("QLabel { background: #fff4d6; padding: 3px 6px; color: #7a5a00; }"));

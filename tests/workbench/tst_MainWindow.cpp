@@ -10,6 +10,8 @@
 #include "MsgExplain.h"
 #include "OperatingUIInfo.h"
 #include "ProjectFile.h"
+#include "ProjectPropertiesDialog.h"
+#include "ProjectRegion.h"
 #include "ProjectWorks.h"
 #include "QtXmQdHzTable.h"
 #include "RURecordControl.h"
@@ -22,6 +24,7 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
 #include <QSignalSpy>
@@ -313,7 +316,7 @@ private slots:
         // The second unit project keeps its own.
         window.selectNode(window.project()->unitProjectNodes().at(1));
         QCOMPARE(showPage(window, "规费税金清单")->currentText(),
-                 QString("2020定额规费税金清单-简易计税"));
+                 QString("2020定额规费税金清单-一般计税"));
     }
 
     void titleMarkFollowsTheSavedState()
@@ -339,6 +342,39 @@ private slots:
         QVERIFY(window.windowTitle().endsWith(" *"));
         redo->trigger();
         QVERIFY(!window.windowTitle().endsWith(" *"));
+    }
+
+    // 工程属性 shows the project's region and takes a new one: the project is then changed and
+    // the saved file holds the region; cancelling changes nothing.
+    void projectPropertiesSetTheRegion()
+    {
+        MainWindow window;
+        QVERIFY(window.openProject(MainWindow::samplePath()));
+        QCOMPARE(ProjectRegion::Of(window.project()), QString("成都市区"));
+        QString shown;
+        InteractionSeam::setModalHook([&](QDialog* d) {
+            auto* edit = d->findChild<QLineEdit*>("regionEdit");
+            shown = edit->text();
+            edit->setText(" 绵阳市 ");
+        });
+        InteractionSeam::pushAnswer(int(QDialog::Rejected));
+        QVERIFY(!window.editProjectProperties());
+        QCOMPARE(shown, QString("成都市区"));
+        QCOMPARE(ProjectRegion::Of(window.project()), QString("成都市区"));
+        QVERIFY(!window.windowTitle().endsWith(" *"));
+
+        InteractionSeam::pushAnswer(int(QDialog::Accepted));
+        QVERIFY(window.editProjectProperties());
+        InteractionSeam::setModalHook(nullptr);
+        QCOMPARE(InteractionSeam::lastShown().title, QString("工程属性"));
+        QCOMPARE(ProjectRegion::Of(window.project()), QString("绵阳市"));
+        QVERIFY(window.windowTitle().endsWith(" *"));
+        const QString file = m_dir.filePath("region.tarvo");
+        QVERIFY(window.saveAs(file));
+        QString error;
+        std::unique_ptr<ProjectWorks> saved = ProjectFile::Open(file, &error);
+        QVERIFY2(saved, qPrintable(error));
+        QCOMPARE(ProjectRegion::Of(saved.get()), QString("绵阳市"));
     }
 
     void windowSizeAndStateAreRemembered()

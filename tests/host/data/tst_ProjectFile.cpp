@@ -3,6 +3,7 @@
 
 #include "DataManagement.h"
 #include "ProjectFile.h"
+#include "ProjectRegion.h"
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -99,6 +100,45 @@ private slots:
                     }
                 }
             }
+        }
+    }
+
+    // The project's region is kept with it; a file written without one (as before regions
+    // existed) opens with none; a stored value that is no region refuses the file, naming
+    // the table, row, item and value.
+    void theRegionIsKeptAndCheckedOnOpening()
+    {
+        TestProject p;
+        QString error;
+        QVERIFY(ProjectFile::Save(p.project, path("no-region.tarvo"), &error));
+        std::unique_ptr<ProjectWorks> opened = ProjectFile::Open(path("no-region.tarvo"), &error);
+        QVERIFY2(opened, qPrintable(error));
+        QCOMPARE(ProjectRegion::Of(opened.get()), QString());
+        QVERIFY(!opened->GetPriceModelConfig()->items().contains(ProjectRegion::ConfigItem));
+
+        QVERIFY(ProjectRegion::Set(p.project, "  阿坝、汶川、理县、茂县 "));
+        QVERIFY(ProjectFile::Save(p.project, path("region.tarvo"), &error));
+        opened = ProjectFile::Open(path("region.tarvo"), &error);
+        QVERIFY2(opened, qPrintable(error));
+        QCOMPARE(ProjectRegion::Of(opened.get()), QString("阿坝、汶川、理县、茂县"));
+        // What cannot be a region is not taken.
+        QVERIFY(!ProjectRegion::Set(p.project, QString(101, QChar(0x5DDD))));
+        QVERIFY(!ProjectRegion::Set(p.project, "成都\n市区"));
+        QCOMPARE(ProjectRegion::Of(p.project), QString("阿坝、汶川、理县、茂县"));
+
+        const QList<QPair<QVariant, QString>> hostile = {
+            {QVariant(5), "“5”无效：不是文字"},
+            {QVariant(QStringList{"成都市区"}), "“成都市区”无效：不是文字"},
+            {QVariant(QString(101, QChar(0x5DDD))), "无效：超过100个字"},
+            {QVariant(QString("成都\t市区")), "无效：含有控制字符"}};
+        for (const auto& [value, reason] : hostile) {
+            p.project->GetPriceModelConfig()->setItem(ProjectRegion::ConfigItem, value);
+            QVERIFY(ProjectFile::Save(p.project, path("hostile.tarvo"), &error));
+            QVERIFY(!ProjectFile::Open(path("hostile.tarvo"), &error));
+            QVERIFY2(error.contains("hostile.tarvo"), qPrintable(error));
+            QVERIFY2(error.contains("数据表“project”第1行：列“config”第30项（工程所在地区）的值"),
+                     qPrintable(error));
+            QVERIFY2(error.contains(reason), qPrintable(error));
         }
     }
 

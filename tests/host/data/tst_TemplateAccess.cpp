@@ -150,7 +150,7 @@ private slots:
         for (ProTreeNode* unit : units) {
             withSubmitted += ProTreeNode::CheckWithSSVersion(unit) ? 1 : 0;
             ConstructionWorks* works = sample->works(0, ProTreeNode::Id(unit));
-            QVERIFY(works->getRcjHzTable()->count() >= 200);
+            QVERIFY(works->getRcjHzTable()->count() >= 40);
             for (GeneralTableBase* table : works->getTenderInventory()->tables())
                 QVERIFY2(table->count() > 0, qPrintable(ProTreeNode::Name(unit)));
         }

@@ -16,6 +16,7 @@
 #include "HostConstants.h"
 #include "InteractionSeam.h"
 #include "ProcExceptionNew.h"
+#include "ProjectRegion.h"
 #include "SharedInterface.h"
 #include "zBatMessage.h"
 #include "zTableView.h"
@@ -25,6 +26,7 @@
 #include <QJsonObject>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QSettings>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTextCodec>
@@ -152,6 +154,49 @@ private slots:
         QCOMPARE(panel.model()->records().at(0).FID, 0);
         QVERIFY(!panel.model()->slotSaveModifyRecord());
         QCOMPARE(InteractionSeam::lastShown().text, QString("数据保存失败！"));
+    }
+
+    // The price lookup starts on the project's region until the user picks a region; the
+    // region picked is remembered and wins while the store still has it.
+    void theRegionFollowsTheProjectUntilTheUserChoosesOne()
+    {
+        QSettings().remove("LxGzXmQd/region");
+        auto regionShown = [](TestProject& p) {
+            LxGzXmQdWidget page;
+            QVariant node = QVariant::fromValue(p.unit);
+            page.ProcMsg(74, &node);
+            SporadicWorksWidget* panel = page.sporadicWidget();
+            const QString region = panel->locationBox()->currentText();
+            // The times and the grid are those of the region shown.
+            if (panel->startTimeBox()->count() == 0 || panel->model()->rowCount() == 0 ||
+                panel->model()->records().first().dq != region)
+                return QString("grid of another region");
+            return region;
+        };
+        TestProject p;
+        const QString first = regionShown(p);
+        QVERIFY(ProjectRegion::Set(p.project, "绵阳市"));
+        QCOMPARE(regionShown(p), QString("绵阳市"));
+        QCOMPARE(SporadicWorksWidget::RememberedRegion(), QString()); // not chosen by the user
+        QVERIFY(ProjectRegion::Set(p.project, "不在库中的地区"));
+        QCOMPARE(regionShown(p), first);
+
+        {
+            QVERIFY(ProjectRegion::Set(p.project, "绵阳市"));
+            LxGzXmQdWidget page;
+            QVariant node = QVariant::fromValue(p.unit);
+            page.ProcMsg(74, &node);
+            QComboBox* box = page.sporadicWidget()->locationBox();
+            box->setCurrentIndex(box->findText("乐山市"));
+            emit box->textActivated("乐山市");
+            QCOMPARE(page.sporadicWidget()->model()->records().first().dq, QString("乐山市"));
+        }
+        QCOMPARE(SporadicWorksWidget::RememberedRegion(), QString("乐山市"));
+        QCOMPARE(regionShown(p), QString("乐山市"));
+        // A remembered region the store no longer has gives way to the project's.
+        QSettings().setValue("LxGzXmQd/region", "已删除的地区");
+        QCOMPARE(regionShown(p), QString("绵阳市"));
+        QSettings().remove("LxGzXmQd/region");
     }
 
     void timesAreListedNewestFirst()

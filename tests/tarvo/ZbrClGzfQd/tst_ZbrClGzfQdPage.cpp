@@ -6,6 +6,7 @@
 #include "ZbrClGzfQd/ZbrClGzfQdSsModel.h"
 #include "ZbrClGzfQd/ZbrClGzfQdWidget.h"
 #include "common/BillModel.h"
+#include "common/BillSsWidget.h"
 #include "common/RowsCountInputDialog.h"
 
 #include "Communication.h"
@@ -258,6 +259,53 @@ private slots:
         page.grid()->ClearAllRows();
         QCOMPARE(t->count(), 1);
         QVERIFY(ZbrClGzfQdBusiness::CheckIsEmptyRow(t->at(0)));
+    }
+
+    // Both versions keep their total row in a footer under the rows: scrolling either pane to
+    // its end leaves the footer where it was, showing the total, level with the other's; the
+    // longer list scrolls to its last row although the submitted one is shorter.
+    void bothPanesKeepTheTotalInSight()
+    {
+        TestProject p;
+        const QList<QPair<ConstructionWorks*, int>> versions = {{p.current, 40}, {p.submitted, 34}};
+        for (const auto& [works, rows] : versions) {
+            ZbrClGzfQdTable* t = works->getTenderInventory()->getZbrClGzfQdTable();
+            for (int i = 0; i < rows; ++i)
+                material(t, i + 1, QString("材料%1").arg(i), 10, i + 1);
+            TestProject::row(t, 2, {{3, "合计"}, {10, 8200.0}});
+        }
+        Page page(p);
+        QVERIFY(page.widget.hasSsVersion());
+        page.widget.resize(1000, 320);
+        page.widget.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&page.widget));
+        const QList<zTableView*> grids = {page.grid()->view(), page.widget.ssWidget()->view()};
+        QList<int> footerTops;
+        for (int g = 0; g < 2; ++g) {
+            zTableView* grid = grids.at(g);
+            const int total = versions.at(g).second;
+            QCOMPARE(grid->footerRow(), total);
+            QVERIFY(grid->isRowHidden(total));
+            QTableView* footer = grid->footerView();
+            QVERIFY(footer && footer->isVisible());
+            const int top = grid->viewport()->geometry().bottom() + 1;
+            QCOMPARE(footer->geometry().top(), top);
+            grid->verticalScrollBar()->setValue(grid->verticalScrollBar()->maximum());
+            QVERIFY(grid->verticalScrollBar()->maximum() > 0);
+            QCOMPARE(footer->geometry().top(), top);
+            QCOMPARE(footer->indexAt(QPoint(5, 5)).row(), total);
+            // The last material row is in sight above the footer, not behind it.
+            const int last = total - 1;
+            QVERIFY2(grid->rowViewportPosition(last) >= 0 &&
+                         grid->rowViewportPosition(last) + grid->rowHeight(last) <=
+                             grid->viewport()->height(),
+                     qPrintable(QString("grid %1: row at %2, rows %3 high")
+                                    .arg(g)
+                                    .arg(grid->rowViewportPosition(last))
+                                    .arg(grid->viewport()->height())));
+            footerTops << footer->mapTo(&page.widget, QPoint(0, 0)).y();
+        }
+        QCOMPARE(footerTops.at(0), footerTops.at(1));
     }
 
     // What the page shows around the grid: the ribbon's delete entry with its key, the

@@ -17,11 +17,14 @@
 #include "InteractionSeam.h"
 #include "MsgExplain.h"
 #include "ProcExceptionNew.h"
+#include "SkinManager.h"
 #include "zTableView.h"
 
 #include <QAbstractItemModelTester>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTextBlock>
+#include <QTextDocument>
 #include <QUndoStack>
 #include <QtTest>
 
@@ -301,6 +304,17 @@ private slots:
         QVERIFY(page.ssHolder()->width() > 400); // side by side, half each
         auto* title = page.sjWidget()->findChild<QLabel*>("sjTitle");
         QVERIFY(title && title->isVisible() && title->text().contains("与送审版本不同"));
+        // The swatch is drawn: a run of blanks that rich text keeps, in the difference colour.
+        QTextDocument doc;
+        doc.setHtml(title->text());
+        const QColor difference =
+            SkinManager::getInstance()->getVXColor("Xxj_BgSsGjzYs", QColor(255, 242, 204));
+        int swatch = 0;
+        for (QTextBlock b = doc.begin(); b.isValid(); b = b.next())
+            for (auto it = b.begin(); !it.atEnd(); ++it)
+                if (it.fragment().charFormat().background().color() == difference)
+                    swatch += it.fragment().length();
+        QVERIFY2(swatch >= 4, qPrintable(title->text()));
         for (int c = 0; c < page.sjWidget()->model()->columnCount(); ++c)
             QCOMPARE(page.sjWidget()->view()->columnWidth(c),
                      page.ssWidget()->view()->columnWidth(c));
