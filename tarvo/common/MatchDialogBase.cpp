@@ -218,7 +218,9 @@ void MatchDialogBase::closeAsking()
 {
     if (m_modified) {
         const QMessageBox::StandardButton answer = showInformation(
-            this, QStringLiteral("操作提示"), QStringLiteral("暂估材料数据已经修改，是否保存？"),
+            this, QStringLiteral("操作提示"),
+            m_closeQuestion.isEmpty() ? QStringLiteral("暂估材料数据已经修改，是否保存？")
+                                      : m_closeQuestion,
             QMessageBox::Yes | QMessageBox::No, QMessageBox::Question);
         if (answer == QMessageBox::Yes) {
             slotBtnAccept();
@@ -288,14 +290,19 @@ bool MatchDialogBase::applyChanges(const Analyze& analyze, const Write& write, c
                            QStringLiteral("正在应用招标暂估材料修改，请等待"), 0, 100, this);
     progress.show();
     QCoreApplication::processEvents();
+    commitChanges([&] { write(modifyPrice, setProvisional, cancelProvisional, progress); }, label);
+    progress.finish();
+    return true;
+}
+
+void MatchDialogBase::commitChanges(const std::function<void()>& write, const QString& label)
+{
     {
         // The page's record holds the whole dialog; this scope takes a failed apply back
         // wholly, so a thrown business error leaves the project as it was.
         RURecordControl::Scope scope;
-        write(modifyPrice, setProvisional, cancelProvisional, progress);
+        write();
         scope.commit(OperatingUIInfo(0, 0, 0, 0, 10, label));
     }
-    progress.finish();
     m_modified = false;
-    return true;
 }
