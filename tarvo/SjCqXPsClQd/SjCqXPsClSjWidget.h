@@ -41,8 +41,12 @@ public:
     QMenu* numberingMenu() const { return m_numbering; }
 
 signals:
-    // Arranging the bid's list against the tender's is offered by whoever provides it.
+    // The user asked to arrange the bid's list against the tender's (slotMatchTenderList).
     void signalMatchTenderList();
+
+public slots:
+    // The comparison dialog as one user action: everything it writes is one undo step.
+    void slotMatchTenderList();
 
 protected:
     QString sourceFile() const override { return QStringLiteral("SjCqXPsClQd\\SjCqXPsClSjWidget"); }
