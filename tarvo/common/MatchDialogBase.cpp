@@ -126,6 +126,8 @@ MatchDialogBase::MatchDialogBase(const QString& searchText, QWidget* parent)
     splitter->addWidget(lower);
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 2);
+    // The bid materials get room for a dozen rows from the start, not what is left over.
+    splitter->setSizes({qRound(400 * ratio), qRound(270 * ratio)});
 
     m_accept->setObjectName(QStringLiteral("btnAccept"));
     m_reject->setObjectName(QStringLiteral("btnReject"));

@@ -12,6 +12,7 @@
 #include "DbZbXpsClItem.h"
 #include "InteractionSeam.h"
 #include "ProcExceptionNew.h"
+#include "SampleProject.h"
 #include "SjCqXPsClBusiness.h"
 
 #include <QAction>
@@ -20,6 +21,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMessageBox>
+#include <QSet>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -513,6 +515,100 @@ private slots:
                               shown.title == QStringLiteral("导出为招标需评审材料清单"));
         QVERIFY(asked);
         QVERIFY(QFileInfo(path).size() > 0);
+    }
+
+    // The sample project with the sample tender file's evaluated list, through the page as a
+    // user would: load, compare, pair one by hand, apply, see the page reload, undo.
+    void theSampleTenderFileThroughThePage()
+    {
+        const int index = DataManagement::getInstance()->AddProjectWorks(BuildSampleProject());
+        ProjectWorks* sample = DataManagement::getInstance()->GetProjectWorksByIndex(index);
+        ConstructionWorks* works = sample->GetConstructionWorksNode();
+        SjCqXPsClBusiness::HzSjCqXPsCl(works, nullptr);
+        undo()->ForgetHistory();
+        const QString dir = qEnvironmentVariable("TARVO_SCREENSHOT_DIR");
+        {
+            SjCqXPsClWidget widget;
+            widget.resize(1200, 700);
+            QVariant node = QVariant::fromValue(sample->root());
+            widget.ProcMsg(74, &node);
+            auto* page = static_cast<SjCqXPsClSjWidget*>(widget.sjWidget());
+            const int rowsBefore = page->model()->rowCount();
+            QList<QVariantList> before;
+            auto listNow = [&] {
+                QList<QVariantList> rows;
+                for (const BaseDataItem* m :
+                     works->getTenderInventory()->getSjCqXPsClHzTable()->items())
+                    rows.append({m->getValue(1), m->getValue(2), m->getValue(3)});
+                return rows;
+            };
+            before = listNow();
+            int paired = 0;
+            InteractionSeam::setModalHook([&](QDialog* dialog) {
+                auto* d = qobject_cast<DbZbXpsClDialog*>(dialog);
+                if (!d)
+                    return; // the options: as offered
+                attachModelTesters(d);
+                InteractionSeam::pushAnswer(
+                    QStringLiteral(TEST_DATA_DIR "/../../appdir/Samples/示例工程-招标文件.cjz"));
+                d->slotImportZbClFromCJZ();
+                QVERIFY(p->project != sample && sample->HasGcZbXPsCl());
+                QVERIFY(d->records().size() > 0);
+                d->slotHzClAndMatch();
+                qInfo() << d->counter()->text();
+                // One pair by hand: the first tender row unpaired and paired again with
+                // its material, picked in the list below.
+                DbZbXpsClItem* row = nullptr;
+                for (DbZbXpsClItem* r : d->records())
+                    if (r->IsMatched()) {
+                        row = r;
+                        break;
+                    }
+                QVERIFY(row);
+                const BaseDataItem* material = row->GetTbCl();
+                d->selectRecord(row);
+                d->slotBtnUnpair();
+                int matched = 0, unmatched = 0;
+                SjCqXPsClBusiness::CountZbXpsCl(d->records(), matched, unmatched);
+                for (int r = 0; r < d->allModel()->rowCount(); ++r)
+                    if (d->allModel()->material(r) == material)
+                        d->allView()->setCurrentIndex(d->allModel()->index(r, 0));
+                d->selectRecord(row);
+                d->slotBtnMakeApair();
+                SjCqXPsClBusiness::CountZbXpsCl(d->records(), paired, unmatched);
+                QCOMPARE(paired, matched + 1);
+                QCOMPARE(row->GetState(), int(DbZbZgClItem::Matched));
+                if (!dir.isEmpty()) {
+                    d->show();
+                    QTest::qWait(50);
+                    QVERIFY(d->grab().save(dir + "/DbZbXpsClDialog-sample.png"));
+                }
+                InteractionSeam::pushAnswer(int(QDialog::Accepted)); // options, when asked
+                InteractionSeam::pushAnswer(int(QDialog::Accepted));
+                d->slotBtnAccept();
+                QCOMPARE(d->result(), int(QDialog::Accepted));
+            });
+            page->slotAcDyZlTbXPsCl();
+            InteractionSeam::setModalHook(nullptr);
+            QVERIFY(RecentExceptionReports().isEmpty());
+            QVERIFY(paired > 0);
+            QCOMPARE(undo()->undoStack()->undoText(), QStringLiteral("对应整理投标需评审材料"));
+            QVERIFY(listNow() != before);
+            // The page shows the list as written.
+            QCOMPARE(page->model()->rowCount(),
+                     works->getTenderInventory()->getSjCqXPsClHzTable()->count());
+            qInfo() << "page rows" << rowsBefore << "->" << page->model()->rowCount();
+            if (!dir.isEmpty()) {
+                widget.show();
+                QTest::qWait(50);
+                QVERIFY(widget.grab().save(dir + "/SjCqXPsClPage-after-apply.png"));
+            }
+            QVERIFY(undo()->Undo());
+            QCOMPARE(listNow(), before);
+            QCOMPARE(page->model()->rowCount(), rowsBefore);
+        }
+        undo()->ForgetHistory();
+        DataManagement::getInstance()->CloseProjectWorks(index);
     }
 
     void screenshots()
