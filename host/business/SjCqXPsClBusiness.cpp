@@ -204,6 +204,15 @@ BaseDataItem* ensureTotal(SjCqXPsClTable* table)
     return total;
 }
 
+QSet<SjCqXPsClBusiness::Key> listedKeys(const SjCqXPsClTable* table)
+{
+    QSet<SjCqXPsClBusiness::Key> listed;
+    for (const BaseDataItem* item : table->items())
+        if (isMaterialRow(item))
+            listed.insert(SjCqXPsClBusiness::KeyOf(item));
+    return listed;
+}
+
 // New rows take the first empty rows at the end of the list, then go above the total row.
 int firstFreeRow(SjCqXPsClTable* table)
 {
@@ -301,10 +310,7 @@ void SjCqXPsClBusiness::append(ConstructionWorks* works, int unitFlag, ProgressS
     if (!table)
         return;
     BusinessFaultInjection::check();
-    QSet<Key> listed;
-    for (const BaseDataItem* item : table->items())
-        if (isMaterialRow(item))
-            listed.insert(KeyOf(item));
+    QSet<Key> listed = listedKeys(table);
     const Gathering gathered(works->getOwner(), progress, 50);
     int next = firstFreeRow(table);
     QSet<Key> added;
@@ -447,10 +453,7 @@ void SjCqXPsClBusiness::SynchGljClState(SjCqXPsClTable* table, const QList<Key>&
         return;
     BusinessFaultInjection::check();
     // A material still listed in another row stays as it is.
-    QSet<Key> listed;
-    for (const BaseDataItem* item : table->items())
-        if (isMaterialRow(item))
-            listed.insert(KeyOf(item));
+    const QSet<Key> listed = listedKeys(table);
     QSet<Key> gone;
     for (const Key& key : rows)
         if (!key.name.isEmpty() && !listed.contains(key))
@@ -494,16 +497,24 @@ bool isMarked(const BaseDataItem* bid)
     return bid && bid->getValue(SjCqXPsClBusiness::TbMarkedField).toBool();
 }
 
-} // namespace
-
-void SjCqXPsClBusiness::AquireXmTbXpsCl(ConstructionWorks* works, QList<SjCqXPsClItem*>& tbCl)
+// Empties the caller's candidates; the list they are gathered against, or null.
+SjCqXPsClTable* freshCandidates(ConstructionWorks* works, QList<SjCqXPsClItem*>& tbCl)
 {
     qDeleteAll(tbCl);
     tbCl.clear();
     SjCqXPsClTable* table = listOf(works);
+    if (table)
+        BusinessFaultInjection::check();
+    return table;
+}
+
+} // namespace
+
+void SjCqXPsClBusiness::AquireXmTbXpsCl(ConstructionWorks* works, QList<SjCqXPsClItem*>& tbCl)
+{
+    SjCqXPsClTable* table = freshCandidates(works, tbCl);
     if (!table)
         return;
-    BusinessFaultInjection::check();
     QSet<Key> listed;
     for (const BaseDataItem* item : table->items()) {
         if (!isMaterialRow(item) || listed.contains(KeyOf(item)))
@@ -522,16 +533,10 @@ void SjCqXPsClBusiness::AquireXmTbXpsCl(ConstructionWorks* works, QList<SjCqXPsC
 
 void SjCqXPsClBusiness::HzSyClAsTbXpsCl(ConstructionWorks* works, QList<SjCqXPsClItem*>& tbCl)
 {
-    qDeleteAll(tbCl);
-    tbCl.clear();
-    SjCqXPsClTable* table = listOf(works);
+    SjCqXPsClTable* table = freshCandidates(works, tbCl);
     if (!table)
         return;
-    BusinessFaultInjection::check();
-    QSet<Key> listed;
-    for (const BaseDataItem* item : table->items())
-        if (isMaterialRow(item))
-            listed.insert(KeyOf(item));
+    const QSet<Key> listed = listedKeys(table);
     const Gathering gathered(works->getOwner(), nullptr, 0);
     for (const auto& m : gathered.materials())
         tbCl.append(bidCopy(*m, m->evaluated || listed.contains(m->key)));

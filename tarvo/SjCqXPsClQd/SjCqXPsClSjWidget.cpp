@@ -301,17 +301,22 @@ void SjCqXPsClSjWidget::slotMatchTenderList()
 {
     // A dialog closed without saving leaves no step; the grid shows a copy of the rows while
     // the dialog may rewrite the list, and reloads once it is closed.
-    bool changed = false;
+    m_xpsChanged = false;
     runCommand("slotMatchTenderList", QStringLiteral("对应整理投标需评审材料"),
                OperationKind::Summary, [&] {
                    showingFormerRows([&] {
                        DbZbXpsClDialog dialog(works(), this);
                        connect(&dialog, &DbZbXpsClDialog::signalXpsClChanged, this,
-                               [&changed] { changed = true; });
+                               &SjCqXPsClSjWidget::slotXpsClChanged);
                        dialog.Load();
                        zTitleModal::ShowModal(&dialog);
                    });
                });
-    if (changed)
+    if (m_xpsChanged)
         RefreshGrid();
+}
+
+void SjCqXPsClSjWidget::slotXpsClChanged()
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("slotXpsClChanged"), [&] { m_xpsChanged = true; });
 }

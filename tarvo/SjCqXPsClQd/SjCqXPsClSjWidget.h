@@ -47,6 +47,8 @@ signals:
 public slots:
     // The comparison dialog as one user action: everything it writes is one undo step.
     void slotMatchTenderList();
+    // The dialog changed the list: the grid reloads once the dialog is closed.
+    void slotXpsClChanged();
 
 protected:
     QString sourceFile() const override { return QStringLiteral("SjCqXPsClQd\\SjCqXPsClSjWidget"); }
@@ -78,4 +80,5 @@ private:
     QList<SjCqXPsClBusiness::Key> m_removing;
     QMenu* m_sort = nullptr;
     QMenu* m_numbering = nullptr;
+    bool m_xpsChanged = false;
 };

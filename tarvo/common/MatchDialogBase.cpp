@@ -3,6 +3,7 @@
 
 #include "KeywordDelegate.h"
 #include "ZgClQd/PopupDialog/DbZbZgClModel.h"
+#include "ZgClQd/PopupDialog/ExhibitFZgClModel.h"
 #include "ZgClQd/PopupDialog/TbZbZgClDialog.h"
 
 #include "DbZbZgClItem.h"
@@ -188,6 +189,17 @@ void MatchDialogBase::applyKeywordColours()
                 view->viewport()->update();
             }
     m_grid->viewport()->update();
+}
+
+void MatchDialogBase::showMaterial(QTableView* view, const std::function<bool(BaseDataItem*)>& same)
+{
+    auto* model = qobject_cast<ExhibitFZgClModel*>(view->model());
+    for (int row = 0; model && row < model->rowCount(); ++row)
+        if (same(model->material(row))) {
+            view->setCurrentIndex(model->index(row, 0));
+            view->scrollTo(model->index(row, 0));
+            return;
+        }
 }
 
 void MatchDialogBase::moveToUnmatched(int step)

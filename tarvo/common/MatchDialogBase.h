@@ -4,6 +4,7 @@
 
 #include <functional>
 
+class BaseDataItem;
 class DbZbZgClItem;
 class DbZbZgClModel;
 class KeywordDelegate;
@@ -65,6 +66,8 @@ protected:
     void showCount(int matched, int unmatched);
     // Applies the keywords to the grid's colouring; the subclass narrows its models.
     void applyKeywordColours();
+    // Puts the cursor of a bid-material tab on its first material for which same is true.
+    void showMaterial(QTableView* view, const std::function<bool(BaseDataItem*)>& same);
     // Moves the grid's cursor to the previous / next unmatched tender row.
     void moveToUnmatched(int step);
     // Shows the records again, the cursor kept on its record.
