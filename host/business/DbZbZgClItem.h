@@ -27,16 +27,27 @@ public:
         : m_zb(zb), m_tb(tb), m_state(state), m_dwId(dwId)
     {
     }
+    virtual ~DbZbZgClItem() = default;
 
     ZgClZsItem* GetZbZgClZsItem() const { return m_zb.get(); }
     // The tender material, or null (a heading or a bid-only row).
-    ZgjClHzItem* GetZbCl() const { return m_zb ? m_zb->GetZgjClHzItem() : nullptr; }
+    BaseDataItem* GetZbCl() const { return m_zb ? m_zb->GetZgjClHzItem() : m_flatZb; }
+    // The tender material's code: the node's own code, or field 2 of a flat list's material.
+    QString GetZbBm() const
+    {
+        if (m_zb)
+            return m_zb->GetOwnZbBm();
+        return m_flatZb ? m_flatZb->getValue(2).toString().trimmed() : QString();
+    }
     BaseDataItem* GetTbCl() const { return m_tb; }
     int GetState() const { return m_state; }
     int GetDwId() const { return m_dwId; }
 
     bool IsDwRow() const { return m_zb && m_zb->GetZgClZsItemType() == ZgClZsItem::UnitProject; }
-    bool IsZbRow() const { return m_zb && m_zb->GetZgClZsItemType() != ZgClZsItem::UnitProject; }
+    bool IsZbRow() const
+    {
+        return m_flatZb || (m_zb && m_zb->GetZgClZsItemType() != ZgClZsItem::UnitProject);
+    }
     bool IsMatched() const { return IsZbRow() && (m_state == Matched || m_state == MatchedByNorm); }
 
     void Pair(BaseDataItem* tb, int state)
@@ -54,8 +65,16 @@ public:
     bool IsOrphan() const { return m_orphan; }
     void SetOrphan(bool orphan) { m_orphan = orphan; }
 
+protected:
+    // A row of a flat tender list (no unit-project level): the tender material is borrowed.
+    DbZbZgClItem(BaseDataItem* zb, BaseDataItem* tb, int state)
+        : m_flatZb(zb), m_tb(tb), m_state(state), m_dwId(-1)
+    {
+    }
+
 private:
     std::unique_ptr<ZgClZsItem> m_zb;
+    BaseDataItem* m_flatZb = nullptr;
     BaseDataItem* m_tb;
     int m_state;
     int m_dwId;

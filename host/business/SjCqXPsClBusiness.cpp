@@ -1,7 +1,9 @@
 #include "SjCqXPsClBusiness.h"
 
+#include "DbZbXpsClItem.h"
 #include "MaterialGridRules.h"
 #include "MaterialListMarks.h"
+#include "MaterialMatcher.h"
 #include "ProgressSink.h"
 
 #include "ProjectWorks.h"
@@ -202,6 +204,42 @@ BaseDataItem* ensureTotal(SjCqXPsClTable* table)
     return total;
 }
 
+QSet<SjCqXPsClBusiness::Key> listedKeys(const SjCqXPsClTable* table)
+{
+    QSet<SjCqXPsClBusiness::Key> listed;
+    for (const BaseDataItem* item : table->items())
+        if (isMaterialRow(item))
+            listed.insert(SjCqXPsClBusiness::KeyOf(item));
+    return listed;
+}
+
+// New rows take the first empty rows at the end of the list, then go above the total row.
+int firstFreeRow(SjCqXPsClTable* table)
+{
+    int next = table->GetItemIndexInOrder(ensureTotal(table));
+    while (next > 0 && table->at(next - 1)->getKind() == SjCqXPsClBusiness::Material &&
+           TableOps::isBlank(table->at(next - 1)))
+        --next;
+    return next;
+}
+
+BaseDataItem* takeFreeRow(SjCqXPsClTable* table, int& next)
+{
+    BaseDataItem* item = table->at(next);
+    if (!item || item->getKind() != SjCqXPsClBusiness::Material || !TableOps::isBlank(item))
+        item = TableOps::insertNew(table, next, SjCqXPsClBusiness::Material);
+    ++next;
+    return item;
+}
+
+// A tender row's serial: a number when it reads as one, else the text as given.
+QVariant serialOf(const BaseDataItem* tender)
+{
+    bool ok = false;
+    const qint64 serial = tender->getValue(1).toString().trimmed().toLongLong(&ok);
+    return ok ? QVariant(serial) : tender->getValue(1);
+}
+
 } // namespace
 
 SjCqXPsClBusiness::Key SjCqXPsClBusiness::KeyOf(const BaseDataItem* item)
@@ -272,26 +310,14 @@ void SjCqXPsClBusiness::append(ConstructionWorks* works, int unitFlag, ProgressS
     if (!table)
         return;
     BusinessFaultInjection::check();
-    QSet<Key> listed;
-    for (const BaseDataItem* item : table->items())
-        if (isMaterialRow(item))
-            listed.insert(KeyOf(item));
+    QSet<Key> listed = listedKeys(table);
     const Gathering gathered(works->getOwner(), progress, 50);
-    BaseDataItem* total = ensureTotal(table);
-    // New rows take the first empty rows at the end of the list, then go above the total row.
-    int next = table->GetItemIndexInOrder(total);
-    while (next > 0 && table->at(next - 1)->getKind() == Material &&
-           TableOps::isBlank(table->at(next - 1)))
-        --next;
+    int next = firstFreeRow(table);
     QSet<Key> added;
     for (const auto& m : gathered.materials()) {
         if (!m->has(unitFlag) || listed.contains(m->key))
             continue;
-        BaseDataItem* item = table->at(next);
-        if (!item || item->getKind() != Material || !TableOps::isBlank(item))
-            item = TableOps::insertNew(table, next, Material);
-        ++next;
-        fill(item, *m);
+        fill(takeFreeRow(table, next), *m);
         listed.insert(m->key);
         added.insert(m->key);
     }
@@ -399,9 +425,7 @@ bool SjCqXPsClBusiness::RegenerateSjCqXPsClXHByZbQd(ConstructionWorks* works)
             update(item, 1, ++next);
             continue;
         }
-        bool ok = false;
-        const qint64 serial = match->getValue(1).toString().trimmed().toLongLong(&ok);
-        update(item, 1, ok ? QVariant(serial) : match->getValue(1));
+        update(item, 1, serialOf(match));
         if (!text(match, 2).isEmpty())
             update(item, 2, text(match, 2));
     }
@@ -429,10 +453,7 @@ void SjCqXPsClBusiness::SynchGljClState(SjCqXPsClTable* table, const QList<Key>&
         return;
     BusinessFaultInjection::check();
     // A material still listed in another row stays as it is.
-    QSet<Key> listed;
-    for (const BaseDataItem* item : table->items())
-        if (isMaterialRow(item))
-            listed.insert(KeyOf(item));
+    const QSet<Key> listed = listedKeys(table);
     QSet<Key> gone;
     for (const Key& key : rows)
         if (!key.name.isEmpty() && !listed.contains(key))
@@ -453,4 +474,239 @@ QColor SjCqXPsClBusiness::GetCellBackgroundColor(SjCqXPsClTable* table, int row,
 {
     const int flags = inconsistency(table ? table->at(row) : nullptr);
     return field == 12 && (flags & OriginDiffers) ? QColor(255, 242, 184) : QColor();
+}
+
+namespace {
+
+SjCqXPsClItem* bidCopy(const Gathering::Material& m, bool marked)
+{
+    auto* copy = new SjCqXPsClItem;
+    copy->setKind(SjCqXPsClBusiness::Material);
+    fill(copy, m);
+    copy->setValue(SjCqXPsClBusiness::TbMarkedField, marked);
+    return copy;
+}
+
+MaterialMatcher::Key matchKey(const BaseDataItem* item)
+{
+    return {text(item, 3), text(item, 4), text(item, 5)};
+}
+
+bool isMarked(const BaseDataItem* bid)
+{
+    return bid && bid->getValue(SjCqXPsClBusiness::TbMarkedField).toBool();
+}
+
+// Empties the caller's candidates; the list they are gathered against, or null.
+SjCqXPsClTable* freshCandidates(ConstructionWorks* works, QList<SjCqXPsClItem*>& tbCl)
+{
+    qDeleteAll(tbCl);
+    tbCl.clear();
+    SjCqXPsClTable* table = listOf(works);
+    if (table)
+        BusinessFaultInjection::check();
+    return table;
+}
+
+} // namespace
+
+void SjCqXPsClBusiness::AquireXmTbXpsCl(ConstructionWorks* works, QList<SjCqXPsClItem*>& tbCl)
+{
+    SjCqXPsClTable* table = freshCandidates(works, tbCl);
+    if (!table)
+        return;
+    QSet<Key> listed;
+    for (const BaseDataItem* item : table->items()) {
+        if (!isMaterialRow(item) || listed.contains(KeyOf(item)))
+            continue;
+        listed.insert(KeyOf(item));
+        auto* copy = new SjCqXPsClItem;
+        copy->copyFrom(*item);
+        copy->setValue(TbMarkedField, true);
+        tbCl.append(copy);
+    }
+    const Gathering gathered(works->getOwner(), nullptr, 0);
+    for (const auto& m : gathered.materials())
+        if (m->evaluated && !listed.contains(m->key))
+            tbCl.append(bidCopy(*m, true));
+}
+
+void SjCqXPsClBusiness::HzSyClAsTbXpsCl(ConstructionWorks* works, QList<SjCqXPsClItem*>& tbCl)
+{
+    SjCqXPsClTable* table = freshCandidates(works, tbCl);
+    if (!table)
+        return;
+    const QSet<Key> listed = listedKeys(table);
+    const Gathering gathered(works->getOwner(), nullptr, 0);
+    for (const auto& m : gathered.materials())
+        tbCl.append(bidCopy(*m, m->evaluated || listed.contains(m->key)));
+}
+
+bool SjCqXPsClBusiness::InitMatchZbXpsCl(ConstructionWorks* works,
+                                         const QList<SjCqXPsClItem*>& tbCl,
+                                         QList<DbZbXpsClItem*>& records,
+                                         QList<SjCqXPsClItem*>& tbOnly)
+{
+    qDeleteAll(records);
+    records.clear();
+    tbOnly.clear();
+    ProjectWorks* project = works ? works->getOwner() : nullptr;
+    if (!project || !project->HasGcZbXPsCl())
+        return false;
+    BusinessFaultInjection::check();
+    for (SjCqXPsClItem* zb : project->GetGcZbXPsCl())
+        if (!text(zb, 3).trimmed().isEmpty())
+            records.append(new DbZbXpsClItem(zb, nullptr, DbZbZgClItem::ZbOnly));
+    MaterialMatcher matcher;
+    const auto pairs = matcher.pair(
+        int(records.size()), [&](int i) { return matchKey(records.at(i)->GetZbCl()); },
+        int(tbCl.size()), [&](int j) { return matchKey(tbCl.at(j)); });
+    for (const MaterialMatcher::Pair& p : pairs)
+        records.at(p.wanted)->Pair(tbCl.at(p.offered), p.kind == MaterialMatcher::Exact
+                                                           ? DbZbZgClItem::Matched
+                                                           : DbZbZgClItem::MatchedByNorm);
+    RefreshXpsTbOnlyRows(records, tbCl, tbOnly);
+    return true;
+}
+
+void SjCqXPsClBusiness::RefreshXpsTbOnlyRows(QList<DbZbXpsClItem*>& records,
+                                             const QList<SjCqXPsClItem*>& tbCl,
+                                             QList<SjCqXPsClItem*>& tbOnly)
+{
+    QSet<const BaseDataItem*> paired;
+    for (auto it = records.begin(); it != records.end();) {
+        if (!(*it)->IsZbRow()) {
+            delete *it;
+            it = records.erase(it);
+            continue;
+        }
+        if ((*it)->IsMatched())
+            paired.insert((*it)->GetTbCl());
+        ++it;
+    }
+    tbOnly.clear();
+    for (SjCqXPsClItem* bid : tbCl) {
+        if (paired.contains(bid))
+            continue;
+        tbOnly.append(bid);
+        if (isMarked(bid))
+            records.append(new DbZbXpsClItem(nullptr, bid, DbZbZgClItem::TbOnly));
+    }
+}
+
+void SjCqXPsClBusiness::CountZbXpsCl(const QList<DbZbXpsClItem*>& records, int& matched,
+                                     int& unmatched)
+{
+    matched = unmatched = 0;
+    for (const DbZbXpsClItem* record : records)
+        if (record->IsMatched())
+            ++matched;
+        else if (record->IsZbRow())
+            ++unmatched;
+}
+
+void SjCqXPsClBusiness::AnalysisXmXpsModify(ConstructionWorks* works,
+                                            const QList<DbZbXpsClItem*>& records,
+                                            QList<DbZbXpsClItem*>& a, QList<DbZbXpsClItem*>& b,
+                                            QList<DbZbXpsClItem*>& c)
+{
+    Q_UNUSED(works)
+    BusinessFaultInjection::check();
+    a.clear();
+    b.clear();
+    c.clear();
+    for (DbZbXpsClItem* record : records) {
+        if (record->IsMatched() && record->GetTbCl())
+            (isMarked(record->GetTbCl()) ? c : a).append(record);
+        else if (!record->IsZbRow() && isMarked(record->GetTbCl()))
+            b.append(record);
+    }
+}
+
+void SjCqXPsClBusiness::ApplyZbXpsClModifyToProject(ConstructionWorks* works,
+                                                    const QList<DbZbXpsClItem*>& a,
+                                                    const QList<DbZbXpsClItem*>& b,
+                                                    const QList<DbZbXpsClItem*>& c,
+                                                    bool setAttribute, bool cancelAttribute)
+{
+    SjCqXPsClTable* table = listOf(works);
+    ProjectWorks* project = works ? works->getOwner() : nullptr;
+    if (!table || !project)
+        return;
+    BusinessFaultInjection::check();
+    QHash<Key, BaseDataItem*> rows;
+    for (BaseDataItem* item : table->items())
+        if (isMaterialRow(item) && !rows.contains(KeyOf(item)))
+            rows.insert(KeyOf(item), item);
+    QSet<QString> tenderCodes;
+    for (const SjCqXPsClItem* zb : project->GetGcZbXPsCl())
+        if (!text(zb, 2).trimmed().isEmpty())
+            tenderCodes.insert(text(zb, 2).trimmed());
+
+    // What the unit projects' lines take, by material: the evaluated flag and the code.
+    QHash<Key, bool> flags;
+    QHash<Key, QString> codes;
+    int next = firstFreeRow(table);
+    auto writePair = [&](const DbZbXpsClItem* record) {
+        const BaseDataItem* bid = record->GetTbCl();
+        const BaseDataItem* zb = record->GetZbCl();
+        const Key key = KeyOf(bid);
+        BaseDataItem* row = rows.value(key);
+        if (!row) {
+            row = takeFreeRow(table, next);
+            for (int field : {3, 4, 5, 6, 7, 8, 9, 10, 12, 13, 14, 15, int(InconsistencyField)})
+                row->setValue(field, bid->getValue(field));
+            rows.insert(key, row);
+        }
+        const QString code = text(zb, 2).trimmed();
+        update(row, 1, serialOf(zb));
+        if (!code.isEmpty())
+            update(row, 2, code);
+        flags.insert(key, true);
+        codes.insert(key, code);
+    };
+    for (const DbZbXpsClItem* record : c)
+        writePair(record);
+    if (setAttribute)
+        for (const DbZbXpsClItem* record : a)
+            writePair(record);
+    bool removed = false;
+    for (const DbZbXpsClItem* record : b) {
+        const Key key = KeyOf(record->GetTbCl());
+        if (flags.contains(key))
+            continue; // the material is paired in another record
+        codes.insert(key, QString());
+        BaseDataItem* row = rows.value(key);
+        if (cancelAttribute) {
+            flags.insert(key, false);
+            if (row) {
+                table->BaseDataItemRemoveAt(table->GetItemIndexInOrder(row));
+                rows.remove(key);
+                removed = true;
+            }
+        } else if (row && tenderCodes.contains(text(row, 2).trimmed())) {
+            update(row, 2, QVariant()); // the tender material it stood for is paired elsewhere
+        }
+    }
+
+    // The list is written; the unit projects follow (a host failure may come in between).
+    BusinessFaultInjection::check();
+    for (ProTreeNode* node : project->unitProjectNodes()) {
+        ConstructionWorks* unit = project->works(0, ProTreeNode::Id(node));
+        if (!unit)
+            continue;
+        for (BaseDataItem* line : unit->getRcjHzTable()->items()) {
+            const Key key = KeyOf(line);
+            const auto flag = flags.constFind(key);
+            if (flag != flags.cend())
+                update(line, UnitEvaluatedField, *flag);
+            const auto code = codes.constFind(key);
+            if (code != codes.cend())
+                update(line, UnitEvaluatedCodeField,
+                       code->isEmpty() ? QVariant() : QVariant(*code));
+        }
+    }
+    if (removed)
+        CompleteEmptyRows(table);
+    TableOps::calculateMaterialList(table);
 }

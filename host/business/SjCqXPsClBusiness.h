@@ -8,6 +8,7 @@
 #include <QList>
 #include <QString>
 
+class DbZbXpsClItem;
 class ProgressSink;
 class ProjectWorks;
 
@@ -26,6 +27,11 @@ public:
     static constexpr int UnitProvisionalField = 11;
     static constexpr int UnitEvaluatedField = 16;
     static constexpr int UnitOwnerSuppliedField = 17;
+    // A unit project's tender code of the evaluated list (18 is the provisional list's).
+    static constexpr int UnitEvaluatedCodeField = 19;
+    // On a bid material of the comparison with the tender: the project marks it for evaluation
+    // (the list holds it or some unit project flags it).
+    static constexpr int TbMarkedField = 16;
     // Material rows a cleared list is padded to.
     static constexpr int MinimumRows = 10;
 
@@ -99,6 +105,41 @@ public:
     {
         SynchGljClState(table, QList<Key>{row}, progress, kind, flag);
     }
+
+    // The comparison with the tender's evaluated list (docs/business-rules.md). Bid materials
+    // are copies the caller owns and deletes, each with TbMarkedField; the records are the
+    // caller's too and borrow both materials.
+    //
+    // The bid's evaluated materials: the list's material rows, then the materials some unit
+    // project flags evaluated that the list lacks.
+    static void AquireXmTbXpsCl(ConstructionWorks* works, QList<SjCqXPsClItem*>& tbCl);
+    // Every material of every unit project, summarised, as candidates.
+    static void HzSyClAsTbXpsCl(ConstructionWorks* works, QList<SjCqXPsClItem*>& tbCl);
+    // One record per tender material, paired through MaterialMatcher (exact identity, then the
+    // normalised key: state 3), then one bid-only record (state 2) per marked bid material no
+    // tender material took. tbOnly: every bid material left without a tender material. False
+    // when the project holds no tender list (no records).
+    static bool InitMatchZbXpsCl(ConstructionWorks* works, const QList<SjCqXPsClItem*>& tbCl,
+                                 QList<DbZbXpsClItem*>& records, QList<SjCqXPsClItem*>& tbOnly);
+    // After a pair was made or removed by hand: the bid-only records and tbOnly again.
+    static void RefreshXpsTbOnlyRows(QList<DbZbXpsClItem*>& records,
+                                     const QList<SjCqXPsClItem*>& tbCl,
+                                     QList<SjCqXPsClItem*>& tbOnly);
+    static void CountZbXpsCl(const QList<DbZbXpsClItem*>& records, int& matched, int& unmatched);
+    // A: matched records whose bid material is not marked; B: bid-only records (marked, no
+    // tender material); C: matched records whose bid material is marked, which take the
+    // tender's serial and code.
+    static void AnalysisXmXpsModify(ConstructionWorks* works, const QList<DbZbXpsClItem*>& records,
+                                    QList<DbZbXpsClItem*>& a, QList<DbZbXpsClItem*>& b,
+                                    QList<DbZbXpsClItem*>& c);
+    // Writes C (and A when setAttribute) into the list and the unit projects: evaluated, the
+    // tender's serial and code; B loses its tender code, and with cancelAttribute also its
+    // evaluated flag and its row.
+    static void ApplyZbXpsClModifyToProject(ConstructionWorks* works,
+                                            const QList<DbZbXpsClItem*>& a,
+                                            const QList<DbZbXpsClItem*>& b,
+                                            const QList<DbZbXpsClItem*>& c, bool setAttribute,
+                                            bool cancelAttribute);
 
     // Red text for a price that differs between unit projects; a yellow origin cell where the
     // origin differs.

@@ -80,6 +80,11 @@ public:
     }
     // Replaces the stored evaluated-materials list, taking the rows over.
     bool SetGcZbXPsCl(qint64 sjId, QList<SjCqXPsClItem*>& materials);
+    // The name the evaluated-materials comparison stores a loaded list under.
+    bool SetZbXpsCl(qint64 sjId, QList<SjCqXPsClItem*>& materials)
+    {
+        return SetGcZbXPsCl(sjId, materials);
+    }
     const QList<SjCqXPsClItem*>& GetGcZbXPsCl() const { return m_zbXPsCl; }
     bool HasGcZbXPsCl() const { return m_hasZbXPsCl; }
     // The tender file the lists were read from (its file name).

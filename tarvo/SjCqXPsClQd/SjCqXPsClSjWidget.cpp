@@ -1,6 +1,7 @@
 #include "SjCqXPsClSjWidget.h"
 
 #include "PopupDialog/CkZbXPsClDialog.h"
+#include "PopupDialog/DbZbXpsClDialog.h"
 #include "SjCqXPsClModel.h"
 #include "ZgClQd/PopupDialog/XHAndBMFactorDialog.h"
 #include "common/MaterialGridServiceOf.h"
@@ -48,6 +49,8 @@ SjCqXPsClSjWidget::SjCqXPsClSjWidget(AuditBusiness* audit, QWidget* parent)
 {
     auto* model = new SjCqXPsClModel(this);
     initMaterials(model, std::make_unique<Service>());
+    connect(this, &SjCqXPsClSjWidget::signalMatchTenderList, this,
+            &SjCqXPsClSjWidget::slotMatchTenderList);
 
     const QKeySequence none;
     QMenu* menu = contextMenu();
@@ -292,4 +295,28 @@ void SjCqXPsClSjWidget::slotAcDyZlTbXPsCl()
         if (isWritable())
             emit signalMatchTenderList();
     });
+}
+
+void SjCqXPsClSjWidget::slotMatchTenderList()
+{
+    // A dialog closed without saving leaves no step; the grid shows a copy of the rows while
+    // the dialog may rewrite the list, and reloads once it is closed.
+    m_xpsChanged = false;
+    runCommand("slotMatchTenderList", QStringLiteral("对应整理投标需评审材料"),
+               OperationKind::Summary, [&] {
+                   showingFormerRows([&] {
+                       DbZbXpsClDialog dialog(works(), this);
+                       connect(&dialog, &DbZbXpsClDialog::signalXpsClChanged, this,
+                               &SjCqXPsClSjWidget::slotXpsClChanged);
+                       dialog.Load();
+                       zTitleModal::ShowModal(&dialog);
+                   });
+               });
+    if (m_xpsChanged)
+        RefreshGrid();
+}
+
+void SjCqXPsClSjWidget::slotXpsClChanged()
+{
+    TarvoGuard::run(sourceFile(), __LINE__, tag("slotXpsClChanged"), [&] { m_xpsChanged = true; });
 }

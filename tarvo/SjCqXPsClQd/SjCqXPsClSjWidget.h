@@ -41,8 +41,14 @@ public:
     QMenu* numberingMenu() const { return m_numbering; }
 
 signals:
-    // Arranging the bid's list against the tender's is offered by whoever provides it.
+    // The user asked to arrange the bid's list against the tender's (slotMatchTenderList).
     void signalMatchTenderList();
+
+public slots:
+    // The comparison dialog as one user action: everything it writes is one undo step.
+    void slotMatchTenderList();
+    // The dialog changed the list: the grid reloads once the dialog is closed.
+    void slotXpsClChanged();
 
 protected:
     QString sourceFile() const override { return QStringLiteral("SjCqXPsClQd\\SjCqXPsClSjWidget"); }
@@ -74,4 +80,5 @@ private:
     QList<SjCqXPsClBusiness::Key> m_removing;
     QMenu* m_sort = nullptr;
     QMenu* m_numbering = nullptr;
+    bool m_xpsChanged = false;
 };

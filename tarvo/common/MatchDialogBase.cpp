@@ -3,6 +3,7 @@
 
 #include "KeywordDelegate.h"
 #include "ZgClQd/PopupDialog/DbZbZgClModel.h"
+#include "ZgClQd/PopupDialog/ExhibitFZgClModel.h"
 #include "ZgClQd/PopupDialog/TbZbZgClDialog.h"
 
 #include "DbZbZgClItem.h"
@@ -126,8 +127,8 @@ MatchDialogBase::MatchDialogBase(const QString& searchText, QWidget* parent)
     splitter->addWidget(lower);
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 2);
-    // The bid materials get their share from the start, not just what the tender grid leaves.
-    splitter->setSizes({qRound(390 * ratio), qRound(260 * ratio)});
+    // The bid materials get room for a dozen rows from the start, not what is left over.
+    splitter->setSizes({qRound(400 * ratio), qRound(270 * ratio)});
 
     m_accept->setObjectName(QStringLiteral("btnAccept"));
     m_reject->setObjectName(QStringLiteral("btnReject"));
@@ -193,6 +194,17 @@ void MatchDialogBase::applyKeywordColours()
     m_grid->viewport()->update();
 }
 
+void MatchDialogBase::showMaterial(QTableView* view, const std::function<bool(BaseDataItem*)>& same)
+{
+    auto* model = qobject_cast<ExhibitFZgClModel*>(view->model());
+    for (int row = 0; model && row < model->rowCount(); ++row)
+        if (same(model->material(row))) {
+            view->setCurrentIndex(model->index(row, 0));
+            view->scrollTo(model->index(row, 0));
+            return;
+        }
+}
+
 void MatchDialogBase::moveToUnmatched(int step)
 {
     DbZbZgClModel* model = gridModel();
@@ -223,7 +235,9 @@ void MatchDialogBase::closeAsking()
 {
     if (m_modified) {
         const QMessageBox::StandardButton answer = showInformation(
-            this, QStringLiteral("操作提示"), QStringLiteral("暂估材料数据已经修改，是否保存？"),
+            this, QStringLiteral("操作提示"),
+            m_closeQuestion.isEmpty() ? QStringLiteral("暂估材料数据已经修改，是否保存？")
+                                      : m_closeQuestion,
             QMessageBox::Yes | QMessageBox::No, QMessageBox::Question);
         if (answer == QMessageBox::Yes) {
             slotBtnAccept();
@@ -293,14 +307,19 @@ bool MatchDialogBase::applyChanges(const Analyze& analyze, const Write& write, c
                            QStringLiteral("正在应用招标暂估材料修改，请等待"), 0, 100, this);
     progress.show();
     QCoreApplication::processEvents();
+    commitChanges([&] { write(modifyPrice, setProvisional, cancelProvisional, progress); }, label);
+    progress.finish();
+    return true;
+}
+
+void MatchDialogBase::commitChanges(const std::function<void()>& write, const QString& label)
+{
     {
         // The page's record holds the whole dialog; this scope takes a failed apply back
         // wholly, so a thrown business error leaves the project as it was.
         RURecordControl::Scope scope;
-        write(modifyPrice, setProvisional, cancelProvisional, progress);
+        write();
         scope.commit(OperatingUIInfo(0, 0, 0, 0, 10, label));
     }
-    progress.finish();
     m_modified = false;
-    return true;
 }

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+class BaseDataItem;
 class DbZbZgClItem;
 class DbZbZgClModel;
 class KeywordDelegate;
@@ -65,6 +66,8 @@ protected:
     void showCount(int matched, int unmatched);
     // Applies the keywords to the grid's colouring; the subclass narrows its models.
     void applyKeywordColours();
+    // Puts the cursor of a bid-material tab on its first material for which same is true.
+    void showMaterial(QTableView* view, const std::function<bool(BaseDataItem*)>& same);
     // Moves the grid's cursor to the previous / next unmatched tender row.
     void moveToUnmatched(int step);
     // Shows the records again, the cursor kept on its record.
@@ -73,9 +76,14 @@ protected:
     bool confirmRepair(const DbZbZgClItem* record);
 
     void reject() override;
-    // Asks "暂估材料数据已经修改，是否保存？" when modified: yes applies (the dialog closes if
-    // that succeeds), no closes without touching the project.
+    // Asks the close question (titled "操作提示") when modified: yes applies (the dialog closes
+    // if that succeeds), no closes without touching the project.
     void closeAsking();
+    // The close question; "暂估材料数据已经修改，是否保存？" unless set.
+    void setCloseQuestion(const QString& question) { m_closeQuestion = question; }
+    // Runs write inside a record scope that takes everything back if it throws (the exception
+    // goes on to the caller's guard); clears the modified flag when done.
+    void commitChanges(const std::function<void()>& write, const QString& label);
 
     static double resolutionRatio();
 
@@ -103,4 +111,5 @@ private:
     QTabWidget* m_tabs;
     QPushButton *m_accept, *m_reject;
     bool m_modified = false;
+    QString m_closeQuestion;
 };

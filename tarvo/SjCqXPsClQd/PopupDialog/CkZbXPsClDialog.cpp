@@ -2,23 +2,18 @@
 #include "HostScreen.h"
 
 #include "CkZbXPsClModel.h"
-#include "ImportExcelDataDialog.h"
+#include "ZbXpsClLoad.h"
 
 #include "ListExport.h"
 #include "TarvoGuard.h"
 
-#include "CJZZgclBusinessYN.h"
 #include "TenderExchange.h"
 
 #include "ConstructionWorks.h"
-#include "DataManagement.h"
 #include "ProjectWorks.h"
 #include "SjCqXPsClTable.h"
 #include "TableLayout.h"
 #include "TableLayoutExport.h"
-#include "zFileDialog.h"
-#include "zMessageBox.h"
-#include "zTitleModal.h"
 
 #include <QDebug>
 #include <QDir>
@@ -31,8 +26,6 @@
 #include <QTableView>
 #include <QToolButton>
 #include <QVBoxLayout>
-
-QString CkZbXPsClDialog::s_lastDir;
 
 namespace {
 
@@ -55,13 +48,9 @@ CkZbXPsClDialog::CkZbXPsClDialog(ConstructionWorks* works, QWidget* parent)
 
     m_view->setObjectName(QStringLiteral("tableView"));
     m_view->setModel(m_model);
-    m_view->setFont(QFont(QStringLiteral("SimSun"), 9));
     m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_view->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    m_view->verticalHeader()->setDefaultSectionSize(qRound(24 * ratio));
-    const int widths[] = {50, 110, 160, 130, 60, 90, 100, 80, 80, 100};
-    for (int c = 0; c < CkZbXPsClModel::eColumnCount; ++c)
-        m_view->setColumnWidth(c, qRound(widths[c] * ratio));
+    LayOut(m_view);
 
     m_import->setObjectName(QStringLiteral("btnImport"));
     m_import->setText(QStringLiteral("从招标文件中导入需评审的材料清单"));
@@ -98,60 +87,45 @@ CkZbXPsClDialog::CkZbXPsClDialog(ConstructionWorks* works, QWidget* parent)
     };
 }
 
-void CkZbXPsClDialog::reload()
+void CkZbXPsClDialog::LayOut(QTableView* view)
+{
+    const double ratio = resolutionRatio();
+    view->setFont(QFont(QStringLiteral("SimSun"), 9));
+    view->verticalHeader()->setDefaultSectionSize(qRound(24 * ratio));
+    const int widths[] = {50, 110, 160, 130, 60, 90, 100, 80, 80, 100};
+    for (int c = 0; c < CkZbXPsClModel::eColumnCount; ++c)
+        view->setColumnWidth(c, qRound(widths[c] * ratio));
+}
+
+QVector<TenderEvaluatedMaterial> CkZbXPsClDialog::StoredMaterials(const ConstructionWorks* works)
 {
     QVector<TenderEvaluatedMaterial> materials;
-    if (ProjectWorks* project = m_works ? m_works->getOwner() : nullptr)
+    if (const ProjectWorks* project = works ? works->getOwner() : nullptr)
         for (const SjCqXPsClItem* row : project->GetGcZbXPsCl())
             materials << TenderExchange::FromEvaluatedRow(row);
-    m_model->setMaterials(materials);
+    return materials;
+}
+
+void CkZbXPsClDialog::reload()
+{
+    m_model->setMaterials(StoredMaterials(m_works));
 }
 
 void CkZbXPsClDialog::storeMaterials(const QVector<TenderEvaluatedMaterial>& materials)
 {
-    ProjectWorks* project = m_works ? m_works->getOwner() : nullptr;
-    if (!project)
-        return;
-    QList<SjCqXPsClItem*> rows;
-    for (const TenderEvaluatedMaterial& m : materials) {
-        auto* row = new SjCqXPsClItem;
-        TenderExchange::ToEvaluatedRow(m, row);
-        rows << row;
-    }
-    project->SetGcZbXPsCl(project->GetSjId(), rows);
+    ZbXpsClLoad::Store(m_works ? m_works->getOwner() : nullptr, materials);
     reload();
 }
 
 QString CkZbXPsClDialog::askFile(const QString& filter)
 {
-    const QString path = zFileDialog::getOpenFileName(
-        this, QStringLiteral("从招标文件中导入需评审的材料清单"), s_lastDir, filter);
-    if (!path.isEmpty())
-        s_lastDir = QFileInfo(path).absolutePath();
-    return path;
+    return ZbXpsClLoad::AskFile(this, QStringLiteral("从招标文件中导入需评审的材料清单"), filter);
 }
 
 void CkZbXPsClDialog::importFile(const QString& path)
 {
-    ProjectWorks* project = m_works ? m_works->getOwner() : nullptr;
-    if (!project)
-        return;
-    const QList<ProTreeNode*> nodes =
-        DataManagement::getInstance()->GetProTreeNodeListInOrder(project->projectIndex());
-    CJZZgclBusinessYN reader;
-    CJZZgclBusinessYN::DwClMap unused;
-    if (!reader.LoadDwgcZgclData(path, nodes, unused, false)) {
-        showInformation(this, QStringLiteral("操作提示"), reader.LastError());
-        return;
-    }
-    if (reader.Document().evaluated.isEmpty()) {
-        // The stored list stays as it was: an empty file says nothing about it.
-        showInformation(this, QStringLiteral("操作提示"),
-                        QStringLiteral("所选招标文件中没有需评审材料清单"));
-        return;
-    }
-    storeMaterials(reader.Document().evaluated);
-    project->SetZbFileName(QFileInfo(path).fileName());
+    if (ZbXpsClLoad::FromTenderFile(this, m_works ? m_works->getOwner() : nullptr, path))
+        reload();
 }
 
 void CkZbXPsClDialog::slotImportCJZClicked()
@@ -182,12 +156,8 @@ void CkZbXPsClDialog::slotImportExcelClicked()
     TARVO_GUARD("SjCqXPsClQd\\PopupDialog\\CkZbXPsClDialog",
                 "CkZbXPsClDialog::slotImportExcelClicked")
     {
-        ImportExcelDataDialog dialog(this);
-        if (zTitleModal::ShowModal(&dialog) != 0)
-            return;
-        const QVector<TenderEvaluatedMaterial> records = dialog.records();
-        if (!records.isEmpty())
-            storeMaterials(records);
+        if (ZbXpsClLoad::FromExcel(this, m_works ? m_works->getOwner() : nullptr))
+            reload();
     };
 }
 
@@ -198,13 +168,13 @@ void CkZbXPsClDialog::slotExportBtnClicked()
     {
         const ListExportTexts texts{
             QStringLiteral("当前表内无招标需评审材料数据"), QStringLiteral("选择保存路径"),
-            QDir(s_lastDir.isEmpty() ? QDir::homePath() : s_lastDir)
+            QDir(ZbXpsClLoad::LastDir().isEmpty() ? QDir::homePath() : ZbXpsClLoad::LastDir())
                 .filePath(QStringLiteral("导出为招标需评审材料清单.xlsx")),
             QStringLiteral("excel(*.xls *.xlsx)"), QStringLiteral("导出完毕！")};
         const QString folder = exportShownList(this, m_works ? m_works->getOwner() : nullptr,
                                                m_model->rowCount() == 0, texts, resolutionRatio(),
                                                [this] { return TableLayout::Describe(m_view); });
         if (!folder.isEmpty())
-            s_lastDir = folder;
+            ZbXpsClLoad::RememberDir(folder);
     };
 }

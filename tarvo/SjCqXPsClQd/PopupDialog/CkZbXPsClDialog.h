@@ -26,6 +26,11 @@ public:
     QToolButton* importButton() const { return m_import; }
     QPushButton* exportButton() const { return m_export; }
 
+    // The project's stored tender list, in the model's terms.
+    static QVector<TenderEvaluatedMaterial> StoredMaterials(const ConstructionWorks* works);
+    // Font, row height and column widths of a view over CkZbXPsClModel.
+    static void LayOut(QTableView* view);
+
     // Stores the materials as the project's tender list and shows them.
     void storeMaterials(const QVector<TenderEvaluatedMaterial>& materials);
 
@@ -47,5 +52,4 @@ private:
     QTableView* m_view;
     QToolButton* m_import;
     QPushButton* m_export;
-    static QString s_lastDir;
 };

@@ -71,11 +71,11 @@ bool DbZbZgClModel::passes(const DbZbZgClItem* record) const
 void DbZbZgClModel::rebuild()
 {
     m_rows.clear();
-    if (!m_records)
-        return;
     const bool filtering = !m_name.isEmpty() || !m_model.isEmpty();
     DbZbZgClItem* heading = nullptr;
-    for (DbZbZgClItem* record : *m_records) {
+    const int count = recordCount();
+    for (int i = 0; i < count; ++i) {
+        DbZbZgClItem* record = recordAt(i);
         if (record->IsDwRow()) {
             heading = record;
             if (!filtering)
@@ -133,7 +133,7 @@ int DbZbZgClModel::columnCount(const QModelIndex& parent) const
 
 QString DbZbZgClModel::text(const DbZbZgClItem* record, Content content) const
 {
-    const ZgjClHzItem* zb = record->GetZbCl();
+    const BaseDataItem* zb = record->GetZbCl();
     const BaseDataItem* tb = record->GetTbCl();
     auto price = [&](const BaseDataItem* item, int f) {
         if (!item || !item->getValue(f).isValid())
@@ -149,7 +149,7 @@ QString DbZbZgClModel::text(const DbZbZgClItem* record, Content content) const
         if (record->IsDwRow())
             return record->GetZbZgClZsItem()->GetZxGcName();
         if (record->IsZbRow())
-            return QStringLiteral("  ") + record->GetZbZgClZsItem()->GetOwnZbBm();
+            return QStringLiteral("  ") + record->GetZbBm();
         if (tb) {
             const QString code = field(tb, 18).trimmed();
             return QStringLiteral("  ") +
@@ -157,7 +157,7 @@ QString DbZbZgClModel::text(const DbZbZgClItem* record, Content content) const
         }
         return QString();
     case ZbCode:
-        return record->IsZbRow() ? record->GetZbZgClZsItem()->GetOwnZbBm() : QString();
+        return record->IsZbRow() ? record->GetZbBm() : QString();
     case ZbName:
         return field(zb, 3);
     case ZbModel:

@@ -74,6 +74,9 @@ protected:
         Qt::Alignment alignment;
     };
     virtual const QVector<Column>& columns() const;
+    // The records shown: the list given to setRecords, or a subclass's own list.
+    virtual int recordCount() const { return m_records ? int(m_records->size()) : 0; }
+    virtual DbZbZgClItem* recordAt(int i) const { return m_records->at(i); }
 
 private:
     QString text(const DbZbZgClItem* record, Content content) const;

@@ -93,13 +93,9 @@ void DbZbZgSyClDialog::slotDbZbClCellClicked(int nRow, const QVariant& varColumn
         const DbZbZgClItem* record = m_model->record(nRow);
         if (!record || !record->GetTbCl())
             return;
-        for (int row = 0; row < m_allModel->rowCount(); ++row)
-            if (ZgClQdBusiness::CheckFZgClExistInDw({m_allModel->material(row)},
-                                                    record->GetTbCl())) {
-                m_allView->setCurrentIndex(m_allModel->index(row, 0));
-                m_allView->scrollTo(m_allModel->index(row, 0));
-                return;
-            }
+        showMaterial(m_allView, [&](BaseDataItem* m) {
+            return ZgClQdBusiness::CheckFZgClExistInDw({m}, record->GetTbCl()) != nullptr;
+        });
     };
 }
 

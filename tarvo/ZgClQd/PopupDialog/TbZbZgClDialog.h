@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QVector>
 
 class QCheckBox;
 
@@ -17,8 +18,16 @@ public:
     bool modifyPrice() const;
     bool setProvisional() const;
     bool cancelProvisional() const;
-    QCheckBox* box(int i) const { return m_boxes[i]; }
+    QCheckBox* box(int i) const { return m_boxes.value(i); }
+
+protected:
+    // The frame for any list of options: texts[i] is offered (and ticked) when enabled[i];
+    // back is the text of the button that returns to editing.
+    TbZbZgClDialog(const QStringList& texts, const QVector<bool>& enabled, const QString& back,
+                   QWidget* parent);
+    // The option is offered and ticked.
+    bool chosen(int i) const;
 
 private:
-    QCheckBox* m_boxes[3];
+    QVector<QCheckBox*> m_boxes;
 };
