@@ -168,8 +168,10 @@ void calculateMaterialList(GeneralTableBase* table)
         storeRowAmount(item, amount);
         total += amount;
         qint64 rowFen = 0;
-        exact = exact && toFen(amount, rowFen) && std::fabs(double(fen += rowFen)) < FenLimit;
+        // Each amount is under 10^15 fen: a running sum kept under 4 x 10^18 cannot overflow.
+        exact = exact && toFen(amount, rowFen) && std::fabs(double(fen += rowFen)) < 4e18;
     }
+    exact = exact && std::fabs(double(fen)) < FenLimit;
     if (totalRow)
         totalRow->setValue(10, exact ? double(fen) / 100.0 : std::round(total * 100.0) / 100.0);
 }
