@@ -186,9 +186,12 @@ void removeRows(GeneralTableBase* table, const QList<int>& rows)
 {
     if (!table)
         return;
-    for (auto it = rows.crbegin(); it != rows.crend(); ++it)
-        if (const BaseDataItem* item = table->at(*it); item && item->getKind() != Total)
-            table->BaseDataItemRemoveAt(*it);
+    QList<int> gone;
+    gone.reserve(rows.size());
+    for (int row : rows)
+        if (const BaseDataItem* item = table->at(row); item && item->getKind() != Total)
+            gone << row;
+    table->BaseDataItemRemoveRows(gone);
 }
 
 void keepFirstRows(GeneralTableBase* table, int n)
@@ -205,10 +208,8 @@ void keepFirstRows(GeneralTableBase* table, int n)
         else
             removed << row;
     }
-    // Last first: each removal then moves at most the total row, and undo puts the rows back
-    // first to last.
-    for (auto it = removed.crbegin(); it != removed.crend(); ++it)
-        table->BaseDataItemRemoveAt(*it);
+    // One pass; journalled last first, so that undo puts the rows back first to last.
+    table->BaseDataItemRemoveRows(removed);
 }
 
 QList<BaseDataItem*> rowsToClear(const GeneralTableBase* table, bool blockOnly)

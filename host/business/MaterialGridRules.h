@@ -39,7 +39,7 @@ int sortField(SortKey key, int tenderCodeField);
 QList<BaseDataItem*> sortedOrder(const QList<BaseDataItem*>& rows, SortKey key,
                                  int tenderCodeField = -1);
 
-// Removes the given rows (in table order), last first, never the total row. Nothing is
+// Removes the given rows (in table order) in one pass, never the total row. Nothing is
 // recalculated: the caller recalculates once for all.
 void removeRows(GeneralTableBase* table, const QList<int>& rows);
 // Keeps the first n material rows and the total row; removes the rest.

@@ -3,10 +3,12 @@
 #include "ProgressSink.h"
 #include "ProjectWorks.h"
 
-#include <QSet>
+#include <QHash>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
+#include <vector>
 
 QString MaterialSummary::Key(const BaseDataItem* item)
 {
@@ -15,15 +17,56 @@ QString MaterialSummary::Key(const BaseDataItem* item)
            item->getValue(5).toString().trimmed();
 }
 
+namespace {
+
+// The quantity of a material at each price it is priced at. A material is priced at one or
+// a few prices: they are searched in a short list, and only a material priced many ways
+// gets an index.
+class QuantityByPrice
+{
+public:
+    void add(double price, double quantity)
+    {
+        if (m_index.isEmpty()) {
+            for (auto& pair : m_pairs)
+                if (pair.first == price) {
+                    pair.second += quantity;
+                    return;
+                }
+        } else if (const auto it = m_index.constFind(price); it != m_index.constEnd()) {
+            m_pairs[std::size_t(it.value())].second += quantity;
+            return;
+        }
+        m_pairs.emplace_back(price, quantity);
+        if (m_pairs.size() > 8 && m_index.isEmpty()) {
+            for (std::size_t i = 0; i < m_pairs.size(); ++i)
+                m_index.insert(m_pairs[i].first, int(i));
+        } else if (!m_index.isEmpty()) {
+            m_index.insert(price, int(m_pairs.size()) - 1);
+        }
+    }
+    bool isEmpty() const { return m_pairs.empty(); }
+    std::size_t size() const { return m_pairs.size(); }
+    const std::vector<std::pair<double, double>>& pairs() const { return m_pairs; }
+
+private:
+    std::vector<std::pair<double, double>> m_pairs;
+    QHash<double, int> m_index;
+};
+
+} // namespace
+
 QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works,
                                                       bool provisionalOnly, ProgressSink* progress)
 {
     struct Acc
     {
         Entry entry;
-        QHash<double, double> quantityByPrice;
-        QSet<bool> provisional;
-        QSet<QString> origins;
+        QuantityByPrice quantityByPrice;
+        bool seen = false;
+        bool provisional[2] = {false, false}; // met not provisional, met provisional
+        QString firstOrigin;
+        bool originDiffers = false;
     };
     QHash<QString, Acc> byKey;
     ProjectWorks* project = works ? works->getOwner() : nullptr;
@@ -35,39 +78,48 @@ QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works,
             continue;
         for (const BaseDataItem* m : unit->getRcjHzTable()->items()) {
             const bool provisional = m->getValue(11).toBool();
+            const QString origin = m->getValue(12).toString();
             Acc& acc = byKey[Key(m)];
             if (acc.entry.name.isEmpty()) {
                 acc.entry.code = m->getValue(1).toString();
                 acc.entry.name = m->getValue(3).toString().trimmed();
                 acc.entry.model = m->getValue(4).toString().trimmed();
                 acc.entry.unit = m->getValue(5).toString().trimmed();
-                acc.entry.origin = m->getValue(12).toString();
+                acc.entry.origin = origin;
                 acc.entry.order = order++;
             }
-            acc.provisional << provisional;
-            acc.origins << m->getValue(12).toString();
+            if (!acc.seen) {
+                acc.seen = true;
+                acc.firstOrigin = origin;
+            } else if (!acc.originDiffers && origin != acc.firstOrigin) {
+                acc.originDiffers = true;
+            }
+            acc.provisional[provisional ? 1 : 0] = true;
             if (provisionalOnly && !provisional)
                 continue;
-            acc.entry.quantity += m->getDouble(9);
-            acc.quantityByPrice[m->getDouble(7)] += m->getDouble(9);
+            const double quantity = m->getDouble(9);
+            acc.entry.quantity += quantity;
+            acc.quantityByPrice.add(m->getDouble(7), quantity);
         }
         if (progress)
             progress->setValue(int(90.0 * (u + 1) / units.size()));
     }
     QList<Entry> entries;
+    entries.reserve(byKey.size());
     for (Acc& acc : byKey) {
         if (acc.quantityByPrice.isEmpty())
             continue; // not provisional anywhere
+        // The price of the largest quantity; of equal quantities, the highest price.
         double best = -1;
-        for (auto it = acc.quantityByPrice.cbegin(); it != acc.quantityByPrice.cend(); ++it)
-            if (it.value() > best || (it.value() == best && it.key() > acc.entry.price)) {
-                best = it.value();
-                acc.entry.price = it.key();
+        for (const auto& [price, quantity] : acc.quantityByPrice.pairs())
+            if (quantity > best || (quantity == best && price > acc.entry.price)) {
+                best = quantity;
+                acc.entry.price = price;
             }
         acc.entry.quantity = std::round(acc.entry.quantity * 1000.0) / 1000.0;
         acc.entry.flags = (acc.quantityByPrice.size() > 1 ? PriceDiffers : 0) |
-                          (acc.provisional.size() > 1 ? ProvisionalDiffers : 0) |
-                          (acc.origins.size() > 1 ? OriginDiffers : 0);
+                          (acc.provisional[0] && acc.provisional[1] ? ProvisionalDiffers : 0) |
+                          (acc.originDiffers ? OriginDiffers : 0);
         entries << acc.entry;
     }
     std::sort(entries.begin(), entries.end(),

@@ -84,37 +84,120 @@ void replaceRows(GeneralTableBase* target, const GeneralTableBase* source)
 
 namespace TableOps {
 
+namespace {
+
+constexpr int MaterialTotal = 2;
+// Amounts are added up in whole fen, which is exact; beyond 10^13 yuan a double no longer
+// holds every fen, and a list with such an amount is added up as doubles instead.
+constexpr double FenLimit = 1e15;
+
+bool toFen(double yuan, qint64& fen)
+{
+    const double f = std::round(yuan * 100.0);
+    if (!std::isfinite(f) || std::fabs(f) >= FenLimit)
+        return false;
+    fen = qint64(f);
+    return true;
+}
+
+// The amount a material row adds to its list: quantity x price, rounded to fen.
+double rowAmount(const BaseDataItem* item)
+{
+    return std::round(item->getDouble(9) * item->getDouble(7) * 100.0) / 100.0;
+}
+
+// A row's amount field follows its quantity and price once either holds a value.
+void storeRowAmount(BaseDataItem* item, double amount)
+{
+    if (item->getValue(9).isValid() || item->getValue(7).isValid())
+        item->setValue(10, amount);
+}
+
+// The edited row's amount and the total by the difference, as the full calculation would
+// give them. False, with nothing changed, when it cannot be sure of that: an amount out of
+// exact range, or a total that is not a whole number of fen (not calculated since a change).
+bool updateRowAndTotal(GeneralTableBase* table, BaseDataItem* item, qint64 before)
+{
+    qint64 after = 0;
+    if (!toFen(item->getDouble(9) * item->getDouble(7), after))
+        return false;
+    BaseDataItem* totalRow = materialTotalRow(table);
+    if (totalRow) {
+        const QVariant stored = totalRow->getValue(10);
+        qint64 total = 0;
+        if (stored.userType() != QMetaType::Double || !toFen(stored.toDouble(), total) ||
+            std::fabs(stored.toDouble() * 100.0 - double(total)) > 1e-3)
+            return false;
+        total += after - before;
+        if (std::fabs(double(total)) >= FenLimit)
+            return false;
+        storeRowAmount(item, double(after) / 100.0);
+        totalRow->setValue(10, double(total) / 100.0);
+        return true;
+    }
+    storeRowAmount(item, double(after) / 100.0);
+    return true;
+}
+
+} // namespace
+
+BaseDataItem* materialTotalRow(const GeneralTableBase* table)
+{
+    if (!table)
+        return nullptr;
+    const QList<BaseDataItem*>& rows = table->items();
+    for (int row = rows.size() - 1; row >= 0; --row)
+        if (rows.at(row)->getKind() == MaterialTotal)
+            return rows.at(row);
+    return nullptr;
+}
+
 void calculateMaterialList(GeneralTableBase* table)
 {
     if (!table)
         return;
-    double total = 0;
+    qint64 fen = 0;
+    bool exact = true;
+    double total = 0; // when an amount is beyond exact range
     BaseDataItem* totalRow = nullptr;
     for (BaseDataItem* item : table->items()) {
-        if (item->getKind() == 2) {
+        if (item->getKind() == MaterialTotal) {
             totalRow = item;
             continue;
         }
-        const double amount = std::round(item->getDouble(9) * item->getDouble(7) * 100.0) / 100.0;
-        if (item->getValue(9).isValid() || item->getValue(7).isValid())
-            item->setValue(10, amount);
+        const double amount = rowAmount(item);
+        storeRowAmount(item, amount);
         total += amount;
+        qint64 rowFen = 0;
+        // Each amount is under 10^15 fen: a running sum kept under 4 x 10^18 cannot overflow.
+        exact = exact && toFen(amount, rowFen) && std::fabs(double(fen += rowFen)) < 4e18;
     }
+    exact = exact && std::fabs(double(fen)) < FenLimit;
     if (totalRow)
-        totalRow->setValue(10, std::round(total * 100.0) / 100.0);
+        totalRow->setValue(10, exact ? double(fen) / 100.0 : std::round(total * 100.0) / 100.0);
 }
 
 bool materialValueChanged(GeneralTableBase* table, int row, int field, const QVariant& value)
 {
     BaseDataItem* item = table ? table->at(row) : nullptr;
-    if (!item || item->getKind() == 2)
+    if (!item || item->getKind() == MaterialTotal)
         return false;
     const bool numeric = field == 6 || field == 7 || field == 9 || field == 10;
     QVariant stored = normalise(value);
     if (numeric && !numericValue(value, stored))
         return false;
+    // A quantity or a price moves this row's amount and the total by the difference, and
+    // the rest of the unit project reads the list only through its total: that is all
+    // recalculated. Anything else, or an amount out of exact range, takes the whole unit
+    // project again.
+    qint64 before = 0;
+    const bool byDifference =
+        (field == 7 || field == 9) && toFen(item->getDouble(9) * item->getDouble(7), before);
     item->setValue(field, stored);
-    UnitProjectCalc::RecalculateOwner(table);
+    if (byDifference && updateRowAndTotal(table, item, before))
+        UnitProjectCalc::RecalculateOwner(table, nullptr, UnitProjectCalc::ListsCalculated);
+    else
+        UnitProjectCalc::RecalculateOwner(table);
     return true;
 }
 

@@ -41,6 +41,9 @@ namespace TableOps {
 // Materials lists (kind 1 material rows, kind 2 total row): amount (10) = quantity (9) x
 // price (7), rounded to fen; the total row sums the amounts.
 void calculateMaterialList(GeneralTableBase* table);
+// The total row of a materials list: the last row of kind 2 (found from the end, where it
+// stands), or null.
+BaseDataItem* materialTotalRow(const GeneralTableBase* table);
 // A field edit of a materials list: numbers stored as numbers, then recalculation of the
 // unit project. False (nothing changed) for a number that does not read.
 bool materialValueChanged(GeneralTableBase* table, int row, int field, const QVariant& value);

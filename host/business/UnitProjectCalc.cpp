@@ -113,17 +113,17 @@ double ratePercent(const BaseDataItem* item)
     return text.toDouble();
 }
 
-// The amount of a materials list: its total row, or the sum of its rows without one.
+// The amount of a materials list: its total row (the one the list's calculation writes),
+// or the sum of its rows without one.
 double materialListTotal(const GeneralTableBase* table)
 {
     if (!table)
         return 0;
+    if (const BaseDataItem* total = TableOps::materialTotalRow(table))
+        return total->getDouble(10);
     double sum = 0;
-    for (const BaseDataItem* item : table->items()) {
-        if (item->getKind() == 2)
-            return item->getDouble(10);
+    for (const BaseDataItem* item : table->items())
         sum += item->getDouble(10);
-    }
     return round2(sum);
 }
 
@@ -137,8 +137,9 @@ public:
     GeneralTableBase* purchased = nullptr;
     GeneralTableBase* provisional = nullptr;
     GeneralTableBase* evaluated = nullptr;
-    bool publish = false; // write the derived fee variables into the works
-    bool evaluate = true; // false: build the graph and order it only
+    bool publish = false;       // write the derived fee variables into the works
+    bool evaluate = true;       // false: build the graph and order it only
+    bool calculateLists = true; // false: daywork and materials lists are up to date
 
     // A formula to use instead of the stored one (a proposed edit).
     const GeneralTableBase* overrideTable = nullptr;
@@ -150,7 +151,7 @@ public:
 
     bool run()
     {
-        if (evaluate)
+        if (evaluate && calculateLists)
             calculatePlainTables();
         initialVariables();
         build();
@@ -622,7 +623,7 @@ ConstructionWorks* ownerOf(const GeneralTableBase* table)
 
 } // namespace
 
-UnitProjectCalc::Result UnitProjectCalc::Recalculate(ConstructionWorks* works)
+UnitProjectCalc::Result UnitProjectCalc::Recalculate(ConstructionWorks* works, Scope scope)
 {
     Result result;
     if (!works)
@@ -630,6 +631,7 @@ UnitProjectCalc::Result UnitProjectCalc::Recalculate(ConstructionWorks* works)
     Engine engine;
     attach(engine, works);
     engine.publish = true;
+    engine.calculateLists = scope == Everything;
     result.ok = engine.run();
     result.error = engine.error;
     result.changedAmounts = engine.changed;
@@ -637,13 +639,13 @@ UnitProjectCalc::Result UnitProjectCalc::Recalculate(ConstructionWorks* works)
 }
 
 UnitProjectCalc::Result UnitProjectCalc::RecalculateOwner(GeneralTableBase* table,
-                                                          ConstructionWorks* works)
+                                                          ConstructionWorks* works, Scope scope)
 {
     // A failure injected by a test strikes after the caller changed rows, as a host failure
     // half-way through a command would.
     BusinessFaultInjection::check();
     if (ConstructionWorks* owner = ownerOf(table))
-        return Recalculate(owner);
+        return Recalculate(owner, scope);
     Result result;
     if (!table)
         return result;

@@ -22,11 +22,20 @@ public:
         int changedAmounts = 0; // amounts and fee variables whose value changed
     };
 
+    // What a recalculation may take as already calculated.
+    enum Scope {
+        Everything,
+        // The daywork and materials lists are up to date (an edit updated its own row and
+        // the list's total): only what reads their totals is recalculated.
+        ListsCalculated
+    };
+
     // Recalculates every table of the unit project and its fee variables.
-    static Result Recalculate(ConstructionWorks* works);
+    static Result Recalculate(ConstructionWorks* works, Scope scope = Everything);
     // Recalculates the unit project that owns the table; a table of no unit project
     // (a template being read, a copy) is calculated on its own over no variables of its own.
-    static Result RecalculateOwner(GeneralTableBase* table, ConstructionWorks* works = nullptr);
+    static Result RecalculateOwner(GeneralTableBase* table, ConstructionWorks* works = nullptr,
+                                   Scope scope = Everything);
 
     // Every unit project of the project, both versions (as opening a project does). The
     // changed amounts add up; the first cycle met is the error.

@@ -1,6 +1,8 @@
 #include "GeneralTableBase.h"
 #include "RURecordControl.h"
 
+#include <QVector>
+
 GeneralTableBase::GeneralTableBase(int tableType, WorkBaseObject* works)
     : TableBaseObject(tableType, works)
 {
@@ -44,6 +46,42 @@ void GeneralTableBase::BaseDataItemRemoveAt(int row)
     if (isJournalled())
         control->ForgetHistory(); // earlier records may refer to the row we now delete
     delete item;
+}
+
+void GeneralTableBase::BaseDataItemRemoveRows(const QList<int>& rows)
+{
+    // The rows that go, checked: in range and strictly ascending.
+    QVector<int> gone;
+    gone.reserve(rows.size());
+    for (int row : rows)
+        if (row >= 0 && row < m_items.size() && (gone.isEmpty() || row > gone.last()))
+            gone.append(row);
+    if (gone.isEmpty())
+        return;
+    QList<BaseDataItem*> kept;
+    kept.reserve(m_items.size() - gone.size());
+    QVector<BaseDataItem*> taken;
+    taken.reserve(gone.size());
+    int next = 0;
+    for (int row = 0; row < m_items.size(); ++row) {
+        if (next < gone.size() && gone.at(next) == row) {
+            taken.append(m_items.at(row));
+            ++next;
+        } else {
+            kept.append(m_items.at(row));
+        }
+    }
+    m_items = kept;
+    RURecordControl* control = RURecordControl::GetInstance();
+    if (isJournalled() && control->IsRecording()) {
+        // Last first: each row's recorded place is then its place when it went.
+        for (int i = gone.size() - 1; i >= 0; --i)
+            control->RecordRemove(this, taken.at(i), gone.at(i));
+        return;
+    }
+    if (isJournalled())
+        control->ForgetHistory(); // earlier records may refer to the rows we delete
+    qDeleteAll(taken);
 }
 
 bool GeneralTableBase::BaseDataItemMove(int from, int to)

@@ -29,6 +29,9 @@ public:
     void BaseDataItemAppend(BaseDataItem* item);
     void BaseDataItemInsert(int row, BaseDataItem* item);
     void BaseDataItemRemoveAt(int row);
+    // Removes the given rows (ascending, each once; others are ignored) in one pass over the
+    // table. Journalled as removals last row first, as a loop of BaseDataItemRemoveAt would.
+    void BaseDataItemRemoveRows(const QList<int>& rows);
     bool BaseDataItemMove(int from, int to);
     // Puts the rows into the given order (a permutation of the current rows).
     void SetItemOrder(const QList<BaseDataItem*>& order);

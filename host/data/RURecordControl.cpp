@@ -7,6 +7,7 @@
 #include <QUndoStack>
 
 #include <algorithm>
+#include <typeinfo>
 #include <utility>
 
 namespace {
@@ -148,6 +149,14 @@ void putAll(GeneralTableBase* table, const std::vector<PresenceChange*>& puts)
 // Takes the rows away in one pass over the table.
 void takeAll(GeneralTableBase* table, const std::vector<PresenceChange*>& takes)
 {
+    // Each row of a run is taken once, and only a row that is in the table: as many rows as
+    // the table holds are all of them (the undo of a clear, of a summary).
+    if (int(takes.size()) == table->count()) {
+        for (PresenceChange* take : takes)
+            take->setHeld(true);
+        table->reorder({});
+        return;
+    }
     QSet<const BaseDataItem*> gone;
     gone.reserve(int(takes.size()));
     for (PresenceChange* take : takes) {
@@ -168,8 +177,13 @@ void takeAll(GeneralTableBase* table, const std::vector<PresenceChange*>& takes)
 void replayInOrder(const std::vector<RUChange*>& changes, bool undoing)
 {
     constexpr std::size_t smallRun = 16; // below this, row by row is cheaper
+    // The exact type is compared rather than cast: a replay meets every change of a record.
+    auto presence = [](RUChange* change) {
+        return typeid(*change) == typeid(PresenceChange) ? static_cast<PresenceChange*>(change)
+                                                         : nullptr;
+    };
     for (std::size_t i = 0; i < changes.size();) {
-        auto* first = dynamic_cast<PresenceChange*>(changes[i]);
+        auto* first = presence(changes[i]);
         if (!first) {
             undoing ? changes[i]->undo() : changes[i]->redo();
             ++i;
@@ -178,7 +192,7 @@ void replayInOrder(const std::vector<RUChange*>& changes, bool undoing)
         const bool taking = first->takes(undoing);
         std::vector<PresenceChange*> run{first};
         for (std::size_t j = i + 1; j < changes.size(); ++j) {
-            auto* next = dynamic_cast<PresenceChange*>(changes[j]);
+            auto* next = presence(changes[j]);
             if (!next || next->table() != first->table() || next->takes(undoing) != taking)
                 break;
             run.push_back(next);
@@ -206,6 +220,38 @@ std::vector<RUChange*> inReplayOrder(const std::vector<std::unique_ptr<RUChange>
     if (undoing)
         std::reverse(order.begin(), order.end());
     return order;
+}
+
+// The rows of the table that hold the changed items, as spans in table order; rows less
+// than a screen apart share a span. A handful of items is looked up by address (a plain scan
+// of the row pointers); more are found in one pass through a hash set.
+std::vector<std::pair<int, int>> changedSpans(const QList<BaseDataItem*>& rows,
+                                              const QVector<BaseDataItem*>& items)
+{
+    constexpr int gap = 64;
+    std::vector<int> found;
+    QVector<BaseDataItem*> distinct = items;
+    std::sort(distinct.begin(), distinct.end());
+    distinct.erase(std::unique(distinct.begin(), distinct.end()), distinct.end());
+    if (distinct.size() <= 8) {
+        for (BaseDataItem* item : distinct)
+            if (const int row = rows.indexOf(item); row >= 0)
+                found.push_back(row);
+        std::sort(found.begin(), found.end());
+    } else {
+        const QSet<BaseDataItem*> changed(distinct.cbegin(), distinct.cend());
+        for (int row = 0; row < rows.size(); ++row)
+            if (changed.contains(rows.at(row)))
+                found.push_back(row);
+    }
+    std::vector<std::pair<int, int>> spans;
+    for (int row : found) {
+        if (!spans.empty() && row - spans.back().second <= gap)
+            spans.back().second = row;
+        else
+            spans.emplace_back(row, row);
+    }
+    return spans;
 }
 
 } // namespace
@@ -348,17 +394,15 @@ void RURecordControl::flushChanges()
             change.firstRow = 0;
             change.lastRow = rows.size() - 1;
         } else if (!change.rowsChanged) {
-            // A few rows: one pass over the table finds their span.
-            const QSet<BaseDataItem*> changed(it->items.cbegin(), it->items.cend());
-            for (int row = 0; row < rows.size(); ++row) {
-                if (!changed.contains(rows.at(row)))
-                    continue;
-                if (change.firstRow < 0)
-                    change.firstRow = row;
-                change.lastRow = row;
+            // A few rows, told as spans: rows far apart (an edited row and the total row
+            // at the end) are told apart, so that a view redraws those rows and not all the
+            // rows between them.
+            for (const auto& [first, last] : changedSpans(rows, it->items)) {
+                change.firstRow = first;
+                change.lastRow = last;
+                emit signalTableChanged(it.key(), change);
             }
-            if (change.firstRow < 0)
-                continue; // the rows are no longer in the table
+            continue;
         }
         emit signalTableChanged(it.key(), change);
     }

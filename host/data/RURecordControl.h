@@ -84,9 +84,10 @@ signals:
     // After an undo or redo, with the info of the record that was replayed.
     void signalReplayed(const OperatingUIInfo& info, bool undone);
     void signalRecordPushed(const OperatingUIInfo& info);
-    // A table changed: sent once per table when a record ends (pushed or rolled back) and
-    // after each undo or redo, so that every view of the table follows its data. Changes made
-    // outside any record are not signalled: their callers redraw.
+    // A table changed: sent for each table when a record ends (pushed or rolled back) and
+    // after each undo or redo, so that every view of the table follows its data; a few
+    // changed rows far apart are sent as one signal per span of rows. Changes made outside
+    // any record are not signalled: their callers redraw.
     void signalTableChanged(GeneralTableBase* table, const TableChange& change);
 
 private:

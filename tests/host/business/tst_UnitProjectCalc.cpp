@@ -5,6 +5,7 @@
 #include "GfQdBusiness.h"
 #include "LxGzXmQdJJjbBusiness.h"
 #include "QtXmQdJJjbBusiness.h"
+#include "TableOps.h"
 #include "UnitProjectCalc.h"
 #include "VXParseAlg.h"
 #include "ZbrClGzfQdBusiness.h"
@@ -12,6 +13,7 @@
 #include "OperatingUIInfo.h"
 #include "ProjectFile.h"
 
+#include <QRandomGenerator>
 #include <QUndoStack>
 #include <QtTest>
 
@@ -179,6 +181,18 @@ QMap<QString, QVariant> amountsOf(ConstructionWorks* works)
     return amounts;
 }
 
+// The same, each number written out in full, so that two amounts one fen or one bit apart
+// differ (QVariant compares doubles fuzzily).
+QStringList exactly(const QMap<QString, QVariant>& amounts)
+{
+    QStringList list;
+    for (auto it = amounts.cbegin(); it != amounts.cend(); ++it)
+        list << it.key() + QLatin1Char('=') + QString::number(it->userType()) + QLatin1Char(':') +
+                    (it->userType() == QMetaType::Double ? QString::number(it->toDouble(), 'g', 17)
+                                                         : it->toString());
+    return list;
+}
+
 // The unit projects' works in both versions, in tree order.
 QList<ConstructionWorks*> unitWorks(const ProjectWorks* project)
 {
@@ -315,6 +329,85 @@ private slots:
                                 "规费税金清单第9行 → 规费合计 → 规费税金清单第2行"));
         QVERIFY(!GfQdBusiness::ProcColunmValueChanged(works, fees, 1, 3, "税金"));
         QCOMPARE(amountsOf(works), before);
+    }
+
+    // A quantity or price typed into a materials list recalculates by difference (the row,
+    // the list's total, what reads the total). After every one of many random edits a full
+    // recalculation finds nothing to change, to the bit; undoing them all gives back the
+    // amounts the project started with.
+    void editsByDifferenceEqualAFullRecalculation()
+    {
+        std::unique_ptr<ProjectWorks> sample = BuildSampleProject();
+        ConstructionWorks* works = sample->works(0, 3);
+        TenderInventory* inv = works->getTenderInventory();
+        // The materials totals reach the tax through an other-items row.
+        QtXmQdHzTable* other = inv->getQtXmQdHzTable();
+        QVERIFY(QtXmQdJJjbBusiness::ProcColunmValueChanged(
+            works, other, other->GetItemIndexInOrder(rowNamed(other, "总承包服务费")), 3,
+            "招标人材料购置费合计*0.015+暂估材料费合计*0.01+分部分项工程费*0.001"));
+        const QList<GeneralTableBase*> lists = {inv->getZbrClGzfQdTable(), inv->getZgjClHzTable(),
+                                                inv->getSjCqXPsClHzTable()};
+        for (GeneralTableBase* list : lists)
+            QVERIFY(list->count() > 2 && TableOps::findKind(list, 2));
+        UnitProjectCalc::Recalculate(works);
+        const QStringList start = exactly(amountsOf(works));
+        const double tax = FyBlBusiness::GetInstance()->GetFyBlValueByName(works, "税金");
+
+        RURecordControl* undo = RURecordControl::GetInstance();
+        undo->ForgetHistory();
+        // Odd fen, half fen, negatives, cleared cells, expressions, large amounts.
+        const QStringList typed = {"0.005", "0.015", "-3.2", "",          "1,500",       "7/3",
+                                   "2.675", "0",     "3%",   "999999.99", "0.000000001", "1e6"};
+        QRandomGenerator random(20261123);
+        int edits = 0;
+        for (int i = 0; i < 400; ++i) {
+            GeneralTableBase* list = lists.at(int(random.bounded(3)));
+            const int row = int(random.bounded(list->count()));
+            const int field = random.bounded(2) ? 7 : 9;
+            const QString text = random.bounded(4) == 0
+                                     ? typed.at(int(random.bounded(typed.size())))
+                                     : QString::number(random.bounded(2000000) / 1000.0, 'f', 3);
+            undo->BeginRecord();
+            const bool taken = TableOps::materialValueChanged(list, row, field, text);
+            undo->EndRecord(info(works, "修改材料"));
+            QCOMPARE(taken, list->at(row)->getKind() != 2);
+            edits += taken ? 1 : 0;
+            const QStringList byDifference = exactly(amountsOf(works));
+            const UnitProjectCalc::Result full = UnitProjectCalc::Recalculate(works);
+            QVERIFY(full.ok);
+            const QString edit = QStringLiteral("edit %1: table %2 row %3 field %4 \"%5\"")
+                                     .arg(i)
+                                     .arg(list->getTableType())
+                                     .arg(row)
+                                     .arg(field)
+                                     .arg(text);
+            const QStringList after = exactly(amountsOf(works));
+            for (int k = 0; k < after.size(); ++k)
+                QVERIFY2(after.at(k) == byDifference.value(k),
+                         qPrintable(edit + QLatin1Char(' ') + byDifference.value(k) +
+                                    QStringLiteral(" -> ") + after.at(k)));
+            QCOMPARE(after.size(), byDifference.size());
+            QVERIFY2(full.changedAmounts == 0, qPrintable(edit));
+        }
+        QVERIFY(edits > 300);
+        // An amount beyond the exact range of fen: the list is added up as doubles, and the
+        // edit takes the full recalculation, which then has nothing left to change.
+        GeneralTableBase* purchased = lists.first();
+        undo->BeginRecord();
+        QVERIFY(TableOps::materialValueChanged(purchased, 0, 7, "100000000000000"));
+        undo->EndRecord(info(works, "修改材料"));
+        const QStringList huge = exactly(amountsOf(works));
+        UnitProjectCalc::Recalculate(works);
+        QCOMPARE(exactly(amountsOf(works)), huge);
+        double sum = 0;
+        for (const BaseDataItem* item : purchased->items())
+            if (item->getKind() == 1)
+                sum += item->getDouble(10);
+        QCOMPARE(TableOps::materialTotalRow(purchased)->getDouble(10), round2(sum));
+        QVERIFY(FyBlBusiness::GetInstance()->GetFyBlValueByName(works, "税金") != tax);
+        while (undo->Undo()) {
+        }
+        QCOMPARE(exactly(amountsOf(works)), start);
     }
 
     void savedAndReopenedAmountsAreIdentical()

@@ -26,6 +26,18 @@ private:
         return list;
     }
 
+    // Undo and redo of the last record, twice, each giving the table's rows exactly.
+    void undoAndRedoTwice(GeneralTableBase* t, const QList<BaseDataItem*>& before,
+                          const QList<BaseDataItem*>& after)
+    {
+        for (int i = 0; i < 2; ++i) {
+            QVERIFY(control()->Undo());
+            QCOMPARE(t->items(), before);
+            QVERIFY(control()->Redo());
+            QCOMPARE(t->items(), after);
+        }
+    }
+
 private slots:
     void init() { control()->ForgetHistory(); }
 
@@ -126,12 +138,9 @@ private slots:
         bulk();
         control()->EndRecord(info(QStringLiteral("整理")));
         const QList<BaseDataItem*> after = t->items();
-        for (int i = 0; i < 2; ++i) {
-            QVERIFY(control()->Undo());
-            QCOMPARE(t->items(), before);
-            QVERIFY(control()->Redo());
-            QCOMPARE(t->items(), after);
-        }
+        undoAndRedoTwice(t, before, after);
+        if (QTest::currentTestFailed())
+            return;
         for (BaseDataItem* item : t->items())
             QCOMPARE(item->getOwner(), static_cast<GeneralTableBase*>(t));
 
@@ -143,6 +152,56 @@ private slots:
         } // left without commit: rolled back
         QCOMPARE(t->items(), kept);
         QCOMPARE(control()->undoStack()->count(), 0);
+    }
+
+    // Rows removed in one pass leave the table as removing them one by one, last first,
+    // would, and come back to their places; a list with unordered, repeated or missing rows
+    // takes only the ascending rows that exist.
+    void removingManyRowsAtOnce()
+    {
+        TestProject p;
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        QtXmQdHzTable* u = p.plain->getTenderInventory()->getQtXmQdHzTable();
+        for (int i = 0; i < 400; ++i) {
+            TestProject::row(t, 0, {{2, QStringLiteral("r%1").arg(i)}});
+            TestProject::row(u, 0, {{2, QStringLiteral("r%1").arg(i)}});
+        }
+        const QList<BaseDataItem*> before = t->items();
+        QRandomGenerator random(23);
+        QList<int> rows;
+        for (int row = 0; row < 400; ++row)
+            if (random.bounded(3) != 0)
+                rows << row;
+        control()->BeginRecord();
+        t->BaseDataItemRemoveRows(rows);
+        for (auto it = rows.crbegin(); it != rows.crend(); ++it)
+            u->BaseDataItemRemoveAt(*it);
+        control()->EndRecord(info(QStringLiteral("删除块")));
+        QCOMPARE(names(t), names(u));
+        QCOMPARE(t->count(), 400 - rows.size());
+        const QList<BaseDataItem*> after = t->items();
+        undoAndRedoTwice(t, before, after);
+        if (QTest::currentTestFailed())
+            return;
+
+        // Only 1, 3 and 5 of these are taken: the rest repeat, go back or lie outside.
+        const QStringList left = names(t);
+        control()->BeginRecord();
+        t->BaseDataItemRemoveRows({-1, 1, 1, 0, 3, 5, 4, t->count(), t->count() + 7});
+        control()->EndRecord(info(QStringLiteral("删除")));
+        QStringList expected = left;
+        for (int row : {5, 3, 1})
+            expected.removeAt(row);
+        QCOMPARE(names(t), expected);
+        QVERIFY(control()->Undo());
+        QCOMPARE(names(t), left);
+
+        // Outside a record the rows are deleted and older records, which may hold them, go.
+        t->BaseDataItemRemoveRows({0, 1});
+        QCOMPARE(names(t), left.mid(2));
+        QCOMPARE(control()->undoStack()->count(), 0);
+        t->BaseDataItemRemoveRows({});
+        QCOMPARE(t->count(), left.size() - 2);
     }
 
     void nestedRecordsFoldAndEmptyRecordsVanish()

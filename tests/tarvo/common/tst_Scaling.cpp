@@ -8,6 +8,7 @@
 #include "ZbrClGzfQdBusiness.h"
 #include "common/BillModel.h"
 #include "common/BillSjWidget.h"
+#include "common/MaterialSjWidget.h"
 #include "zTableView.h"
 
 #include <QPixmap>
@@ -145,6 +146,30 @@ private slots:
                 QCOMPARE(page->grab().isNull(), false);
             });
         });
+    }
+
+    // "删除定义块内所有行" on a page: the middle half of the list goes in one command.
+    void blockDelete()
+    {
+        std::unique_ptr<TestProject> p;
+        std::unique_ptr<ZbrClGzfQdWidget> page;
+        checkGrowth("block delete", [&](int rows) {
+            page.reset();
+            p.reset();
+            RURecordControl::GetInstance()->ForgetHistory();
+            p = std::make_unique<TestProject>();
+            GeneralTableBase* list = fillList(*p, rows);
+            page = std::make_unique<ZbrClGzfQdWidget>();
+            QVariant unit = node(*p, 3);
+            page->ProcMsg(MsgId::NodeClicked, &unit);
+            return std::function<void()>([&, list, rows] {
+                static_cast<MaterialSjWidget*>(page->sjWidget())->DeleteBlockRows();
+                QCOMPARE(list->count(), rows + 1 - rows / 2);
+            });
+        });
+        page.reset();
+        p.reset();
+        RURecordControl::GetInstance()->ForgetHistory();
     }
 
     void sortEditAndSummary()
