@@ -104,7 +104,8 @@ bool LibXLExcel::Open(const QString& path)
         return fail(QStringLiteral("an empty zip archive, not an Excel workbook"));
     if (head.startsWith(ole)) {
         // The workbook stream is read where it lies in the file's bytes when its sectors run
-        // in order, and copied out of them otherwise; the bytes stay until the book is read.
+        // in order (the bytes then stay until the book is read), and copied out of them
+        // otherwise (the bytes then go at once).
         QByteArray bytes;
         QByteArray stream;
         QString why;
