@@ -132,6 +132,16 @@ void BM_ExportThroughLayout(benchmark::State& state)
 }
 BENCHMARK(BM_ExportThroughLayout)->Arg(500)->Arg(5000)->Arg(50000)->Unit(benchmark::kMillisecond);
 
+// The description alone, the part of the export that writing straight does not have.
+void BM_DescribeLayout(benchmark::State& state)
+{
+    GridFixture grid(int(state.range(0)));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(TableLayout::Describe(&grid.view));
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(BM_DescribeLayout)->Arg(500)->Arg(5000)->Arg(50000)->Unit(benchmark::kMillisecond);
+
 // The same cells, fonts, alignments, widths and heights, straight into libxlsxwriter.
 void BM_ExportStraight(benchmark::State& state)
 {

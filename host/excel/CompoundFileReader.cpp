@@ -82,7 +82,7 @@ bool CompoundFileReader::open(const QByteArray& file, QString* error)
     }
 
     QString chainError;
-    const QByteArray directory = readChain(read32(file, 48), quint64(-1), &chainError);
+    const QByteArray directory = readChain(read32(file, 48), quint64(-1), false, &chainError);
     if (directory.isEmpty()) {
         *error = QStringLiteral("the compound file's directory is damaged: %1").arg(chainError);
         return false;
@@ -109,12 +109,12 @@ bool CompoundFileReader::open(const QByteArray& file, QString* error)
     m_miniStream.clear();
     const quint32 miniFatStart = read32(file, 60);
     if (miniFatStart != EndOfChain && read32(file, 64) > 0) {
-        const QByteArray table = readChain(miniFatStart, quint64(-1), &chainError);
+        const QByteArray table = readChain(miniFatStart, quint64(-1), false, &chainError);
         for (int at = 0; at + 4 <= table.size(); at += 4)
             m_miniFat.append(read32(table, at));
         const Entry& root = m_entries.constFirst();
         if (root.size > 0)
-            m_miniStream = readChain(root.start, root.size, &chainError);
+            m_miniStream = readChain(root.start, root.size, false, &chainError);
     }
     return true;
 }
@@ -134,12 +134,22 @@ bool CompoundFileReader::chain(quint32 start, const QVector<quint32>& table, int
     return true;
 }
 
-QByteArray CompoundFileReader::readChain(quint32 start, quint64 size, QString* error) const
+QByteArray CompoundFileReader::readChain(quint32 start, quint64 size, bool inPlace,
+                                         QString* error) const
 {
     QVector<quint32> sectors;
     const int limit = int(m_file.size() / m_sectorSize) + 1;
     if (!chain(start, m_fat, limit, &sectors, error))
         return QByteArray();
+    if (inPlace && !sectors.isEmpty() && size != quint64(-1)) {
+        bool runs = true;
+        for (int i = 1; runs && i < sectors.size(); ++i)
+            runs = sectors.at(i) == sectors.at(0) + quint32(i);
+        const qint64 at = qint64(sectors.at(0) + 1) * m_sectorSize;
+        if (runs && quint64(sectors.size()) * quint64(m_sectorSize) >= size &&
+            quint64(at) + size <= quint64(m_file.size()))
+            return QByteArray::fromRawData(m_file.constData() + at, int(size));
+    }
     QByteArray out;
     out.reserve(int(qMin<qint64>(qint64(sectors.size()) * m_sectorSize, m_file.size())));
     for (quint32 sector : qAsConst(sectors)) {
@@ -208,6 +218,16 @@ bool CompoundFileReader::hasStream(const QString& name) const
 
 QByteArray CompoundFileReader::stream(const QString& name, QString* error) const
 {
+    return find(name, false, error);
+}
+
+QByteArray CompoundFileReader::streamInPlace(const QString& name, QString* error) const
+{
+    return find(name, true, error);
+}
+
+QByteArray CompoundFileReader::find(const QString& name, bool inPlace, QString* error) const
+{
     for (const Entry& entry : m_entries) {
         if (entry.type != 2 || entry.name.compare(name, Qt::CaseInsensitive) != 0)
             continue;
@@ -219,7 +239,7 @@ QByteArray CompoundFileReader::stream(const QString& name, QString* error) const
         }
         if (entry.size < m_miniCutoff)
             return readMiniChain(entry.start, entry.size, error);
-        return readChain(entry.start, entry.size, error);
+        return readChain(entry.start, entry.size, inPlace, error);
     }
     *error = QStringLiteral("there is no stream %1").arg(name);
     return QByteArray();

@@ -14,6 +14,10 @@ public:
     QStringList streamNames() const;
     bool hasStream(const QString& name) const;
     QByteArray stream(const QString& name, QString* error) const;
+    // The same stream, but when its sectors follow each other in the file (as a workbook
+    // written in one go has them), without a copy: the bytes returned then point into the
+    // file given to open(), which must outlive them.
+    QByteArray streamInPlace(const QString& name, QString* error) const;
 
 private:
     struct Entry
@@ -25,7 +29,8 @@ private:
     };
     bool chain(quint32 start, const QVector<quint32>& table, int limit, QVector<quint32>* out,
                QString* error) const;
-    QByteArray readChain(quint32 start, quint64 size, QString* error) const;
+    QByteArray readChain(quint32 start, quint64 size, bool inPlace, QString* error) const;
+    QByteArray find(const QString& name, bool inPlace, QString* error) const;
     QByteArray readMiniChain(quint32 start, quint64 size, QString* error) const;
 
     QByteArray m_file;

@@ -103,11 +103,14 @@ bool LibXLExcel::Open(const QString& path)
     if (head.startsWith("PK\x05\x06"))
         return fail(QStringLiteral("an empty zip archive, not an Excel workbook"));
     if (head.startsWith(ole)) {
-        // The file's bytes go as soon as the workbook stream is out of them.
+        // The workbook stream is read where it lies in the file's bytes when its sectors run
+        // in order (the bytes then stay until the book is read), and copied out of them
+        // otherwise (the bytes then go at once).
+        QByteArray bytes;
         QByteArray stream;
         QString why;
         {
-            const QByteArray bytes = file.readAll();
+            bytes = file.readAll();
             file.close();
             if (bytes.size() != size)
                 return fail(QStringLiteral("the file could not be read whole; it may be in use by "
@@ -131,10 +134,14 @@ bool LibXLExcel::Open(const QString& path)
                 return fail(QStringLiteral("a compound document without a workbook in it, not an "
                                            "Excel file"));
             }
-            stream = compound.stream(streamName, &why);
+            stream = compound.streamInPlace(streamName, &why);
         }
         if (stream.isEmpty())
             return fail(why.isEmpty() ? QStringLiteral("the workbook stream is empty") : why);
+        const quintptr streamAt = quintptr(stream.constData());
+        if (streamAt < quintptr(bytes.constData()) ||
+            streamAt >= quintptr(bytes.constData()) + quintptr(bytes.size()))
+            bytes.clear(); // a copy: the file's bytes are no longer needed
         // Cells come from our own record walk, which checks every record's length against the
         // stream: FreeXL dereferences what a crafted stream tells it and can crash the
         // program, so it only serves the tests as a second reader to compare with.

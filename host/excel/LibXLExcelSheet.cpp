@@ -5,6 +5,28 @@
 
 #include <algorithm>
 
+void SheetContent::addCell(int row, int col, quint8 type, double number, qint32 text)
+{
+    if (!cells.isEmpty()) {
+        const ExcelCellRecord& last = cells.constLast();
+        if (row < last.row || (row == last.row && col <= last.col))
+            sorted = false;
+    }
+    ExcelCellRecord cell;
+    cell.row = row;
+    cell.col = quint16(col);
+    cell.type = type;
+    if (type == LibXLExcelSheet::CellNumber) {
+        cell.value = numbers.size();
+        numbers.append(number);
+    } else if (type == LibXLExcelSheet::CellBoolean) {
+        cell.value = number != 0 ? 1 : 0;
+    } else {
+        cell.value = text;
+    }
+    cells.append(cell);
+}
+
 void SheetContent::finish()
 {
     if (!sorted) {
@@ -26,6 +48,7 @@ void SheetContent::finish()
         sorted = true;
     }
     cells.squeeze();
+    numbers.squeeze();
     ownStrings.squeeze();
 }
 
@@ -79,11 +102,11 @@ QString LibXLExcelSheet::GetCellText(int row, int col) const
         return QString();
     switch (cell->type) {
     case CellNumber:
-        return ExcelText::number(cell->number);
+        return ExcelText::number(m_content.numbers.value(cell->value));
     case CellBoolean:
-        return cell->number != 0 ? QStringLiteral("TRUE") : QStringLiteral("FALSE");
+        return cell->value != 0 ? QStringLiteral("TRUE") : QStringLiteral("FALSE");
     default:
-        return m_content.textOf(cell->text);
+        return m_content.textOf(cell->value);
     }
 }
 
@@ -94,14 +117,14 @@ QVariant LibXLExcelSheet::GetCellValue(int row, int col) const
         return QVariant();
     switch (cell->type) {
     case CellNumber:
-        return cell->number;
+        return m_content.numbers.value(cell->value);
     case CellBoolean:
-        return cell->number != 0;
+        return cell->value != 0;
     case CellDate:
-        return ExcelText::dateValue(m_content.textOf(cell->text));
+        return ExcelText::dateValue(m_content.textOf(cell->value));
     case CellString:
     case CellError:
-        return m_content.textOf(cell->text);
+        return m_content.textOf(cell->value);
     default:
         return QVariant();
     }

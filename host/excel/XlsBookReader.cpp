@@ -35,6 +35,8 @@ struct SheetInfo
     QMap<int, double> widths;
     QMap<int, double> heights;
     QHash<quint32, Extra> extras; // formula results and booleans, by row << 8 | column
+    int cellCount = 0;            // cells the records give, an upper bound
+    int numberCount = 0;
 };
 
 class RecordReader
@@ -157,10 +159,11 @@ public:
         return true;
     }
     // Characters: at a record boundary inside a string, a new flags byte says their width.
+    // Within one record they are taken as a run.
     bool chars(int count, bool wide, QString* out, int* boundaries)
     {
-        for (int i = 0; i < count; ++i) {
-            if (m_at >= m_segments.value(m_segment).size()) {
+        while (count > 0) {
+            if (atEnd() || m_at >= m_segments.at(m_segment).size()) {
                 nextSegment();
                 quint8 flags = 0;
                 if (!byte(&flags))
@@ -168,16 +171,29 @@ public:
                 wide = flags & 0x01;
                 ++*boundaries;
             }
-            if (wide) {
-                quint16 c = 0;
+            const QByteArray& segment = m_segments.at(m_segment);
+            const char* at = segment.constData() + m_at;
+            const int left = segment.size() - m_at;
+            if (!wide) {
+                const int run = qMin(count, left);
+                out->append(QLatin1String(at, run));
+                m_at += run;
+                count -= run;
+            } else if (left >= 2) {
+                const int run = qMin(count, left / 2);
+                const int start = out->size();
+                out->resize(start + run);
+                QChar* to = out->data() + start;
+                for (int i = 0; i < run; ++i)
+                    to[i] = QChar(qFromLittleEndian<quint16>(at + 2 * i));
+                m_at += 2 * run;
+                count -= run;
+            } else {
+                quint16 c = 0; // a character split by the boundary
                 if (!word(&c))
                     return false;
                 out->append(QChar(c));
-            } else {
-                quint8 c = 0;
-                if (!byte(&c))
-                    return false;
-                out->append(QChar(ushort(c)));
+                --count;
             }
         }
         return true;
@@ -196,7 +212,7 @@ private:
 
 struct SharedStrings
 {
-    QSharedPointer<QVector<QString>> texts;
+    QSharedPointer<ExcelStringPool> texts;
     bool beyondFreeXl = false; // a text runs over more than one record boundary
 };
 
@@ -204,12 +220,13 @@ struct SharedStrings
 SharedStrings readSharedStrings(const QVector<QByteArray>& segments, bool keep)
 {
     SharedStrings result;
-    result.texts = QSharedPointer<QVector<QString>>::create();
+    result.texts = QSharedPointer<ExcelStringPool>::create();
     if (segments.isEmpty() || segments.constFirst().size() < 8)
         return result;
     const quint32 unique = u32(segments.constFirst(), 4);
     SegmentCursor cursor(segments);
     cursor.skip(8);
+    QString text; // one buffer for every text
     for (quint32 i = 0; i < unique && !cursor.atEnd(); ++i) {
         quint16 count = 0;
         quint8 flags = 0;
@@ -221,14 +238,14 @@ SharedStrings readSharedStrings(const QVector<QByteArray>& segments, bool keep)
             break;
         if ((flags & 0x04) && (!cursor.word(&extLo) || !cursor.word(&extHi)))
             break;
-        QString text;
+        text.resize(0);
         int boundaries = 0;
         if (!cursor.chars(count, flags & 0x01, &text, &boundaries))
             break;
         if (boundaries > 1)
             result.beyondFreeXl = true;
         if (keep)
-            result.texts->append(text);
+            result.texts->add(text);
         if (!cursor.skip(qint64(runs) * 4 + (qint64(extHi) << 16 | extLo)))
             break;
     }
@@ -291,9 +308,11 @@ QTextCodec* codecFor(quint16 codepage)
     return QTextCodec::codecForName("windows-" + QByteArray::number(codepage));
 }
 
-// Walks a sheet's records for what FreeXL leaves out; with `own`, for its cells as well.
+// Walks a sheet's records for what FreeXL leaves out. Without `own`, it counts the cells the
+// records give and, with `extras`, keeps the values FreeXL does not give; with `own`, it adds
+// every cell to it in the order of the records.
 bool scanSheet(const QByteArray& stream, const Globals& globals, SheetInfo* sheet,
-               SheetContent* own, QString* error)
+               SheetContent* own, bool extras, QString* error)
 {
     const bool biff8 = globals.biff8;
     QTextCodec* codec = globals.codec;
@@ -301,6 +320,25 @@ bool scanSheet(const QByteArray& stream, const Globals& globals, SheetInfo* shee
     sheet->widths.clear();
     sheet->heights.clear();
     sheet->extras.clear();
+    if (own) {
+        // Counted by the walk before, from records present in the stream.
+        own->cells.reserve(sheet->cellCount);
+        own->numbers.reserve(sheet->numberCount);
+    }
+    sheet->cellCount = 0;
+    sheet->numberCount = 0;
+    // A cell's value: added to `own`, or kept for FreeXL's cells when asked.
+    const auto extra = [&](quint32 key, quint8 type, double number, const QString& text) {
+        const int row = int(key >> 8);
+        const int col = int(key & 0xFF);
+        if (own)
+            own->addCell(row, col, type, number,
+                         type == LibXLExcelSheet::CellString || type == LibXLExcelSheet::CellError
+                             ? own->addOwnString(text)
+                             : 0);
+        else if (extras)
+            sheet->extras.insert(key, Extra{type, number, text});
+    };
     RecordReader records(stream, int(sheet->offset));
     if (!records.next() || records.type != 0x0809) {
         *error = QStringLiteral("sheet \"%1\" does not start where the workbook says (the file "
@@ -368,41 +406,35 @@ bool scanSheet(const QByteArray& stream, const Globals& globals, SheetInfo* shee
         case 0x0006: { // FORMULA: its last calculated value
             if (depth != 1 || body.size() < 14)
                 break;
+            ++sheet->cellCount;
             const quint32 key = (quint32(u16(body, 0)) << 8) | (u16(body, 2) & 0xFF);
-            Extra extra;
             if (u16(body, 12) == 0xFFFF) {
                 const quint8 kind = quint8(body.at(6));
-                if (kind == 0) {
+                if (kind == 0)
                     pendingString = key;
-                    break;
-                }
-                if (kind == 1) {
-                    extra.type = LibXLExcelSheet::CellBoolean;
-                    extra.number = body.at(8) ? 1 : 0;
-                } else if (kind == 2) {
-                    extra.type = LibXLExcelSheet::CellError;
-                    extra.text = errorText(quint8(body.at(8)));
-                } else {
-                    extra.type = LibXLExcelSheet::CellString; // an empty string
-                }
+                else if (kind == 1)
+                    extra(key, LibXLExcelSheet::CellBoolean, body.at(8) ? 1 : 0, QString());
+                else if (kind == 2)
+                    extra(key, LibXLExcelSheet::CellError, 0, errorText(quint8(body.at(8))));
+                else
+                    extra(key, LibXLExcelSheet::CellString, 0, QString()); // an empty string
             } else {
-                extra.type = LibXLExcelSheet::CellNumber;
-                extra.number = qFromLittleEndian<double>(body.constData() + 6);
+                ++sheet->numberCount;
+                extra(key, LibXLExcelSheet::CellNumber,
+                      qFromLittleEndian<double>(body.constData() + 6), QString());
             }
-            sheet->extras.insert(key, extra);
             break;
         }
-        case 0x0207: { // STRING: the text result of the formula before it
+        case 0x0207: // STRING: the text result of the formula before it
             if (pendingString == 0xFFFFFFFF)
                 break;
-            Extra extra;
-            extra.type = LibXLExcelSheet::CellString;
-            extra.text = readString(body, 0, true, biff8, codec);
-            sheet->extras.insert(pendingString, extra);
+            extra(pendingString, LibXLExcelSheet::CellString, 0,
+                  readString(body, 0, true, biff8, codec));
             pendingString = 0xFFFFFFFF;
             break;
-        }
         case 0x00FD: // LABELSST
+            if (depth == 1 && body.size() >= 10)
+                ++sheet->cellCount;
             if (own && depth == 1 && body.size() >= 10) {
                 const quint32 index = u32(body, 6);
                 if (index < quint32(globals.shared.texts->size()))
@@ -412,41 +444,51 @@ bool scanSheet(const QByteArray& stream, const Globals& globals, SheetInfo* shee
             break;
         case 0x0204: // LABEL
         case 0x00D6: // RSTRING
+            if (depth == 1 && body.size() >= 8)
+                ++sheet->cellCount;
             if (own && depth == 1 && body.size() >= 8)
                 own->addCell(u16(body, 0), u16(body, 2) & 0xFF, LibXLExcelSheet::CellString, 0,
                              own->addOwnString(readString(body, 6, true, biff8, codec)));
             break;
         case 0x0203: // NUMBER
+            if (depth == 1 && body.size() >= 14) {
+                ++sheet->cellCount;
+                ++sheet->numberCount;
+            }
             if (own && depth == 1 && body.size() >= 14)
                 addNumber(own, globals, u16(body, 0), u16(body, 2) & 0xFF, u16(body, 4),
                           qFromLittleEndian<double>(body.constData() + 6));
             break;
         case 0x027E: // RK
+            if (depth == 1 && body.size() >= 10) {
+                ++sheet->cellCount;
+                ++sheet->numberCount;
+            }
             if (own && depth == 1 && body.size() >= 10)
                 addNumber(own, globals, u16(body, 0), u16(body, 2) & 0xFF, u16(body, 4),
                           rkValue(u32(body, 6)));
             break;
         case 0x00BD: // MULRK
-            if (own && depth == 1 && body.size() >= 6) {
+            if (depth == 1 && body.size() >= 6) {
                 const int first = u16(body, 2);
-                for (int i = 0; 4 + 6 * i + 6 <= body.size() - 2 && first + i < MaxCols; ++i)
-                    addNumber(own, globals, u16(body, 0), first + i, u16(body, 4 + 6 * i),
-                              rkValue(u32(body, 6 + 6 * i)));
+                for (int i = 0; 4 + 6 * i + 6 <= body.size() - 2 && first + i < MaxCols; ++i) {
+                    ++sheet->cellCount;
+                    ++sheet->numberCount;
+                    if (own)
+                        addNumber(own, globals, u16(body, 0), first + i, u16(body, 4 + 6 * i),
+                                  rkValue(u32(body, 6 + 6 * i)));
+                }
             }
             break;
         case 0x0205: { // BOOLERR
             if (depth != 1 || body.size() < 8)
                 break;
+            ++sheet->cellCount;
             const quint32 key = (quint32(u16(body, 0)) << 8) | (u16(body, 2) & 0xFF);
-            Extra extra;
-            if (body.at(7)) {
-                extra.type = LibXLExcelSheet::CellError;
-                extra.text = errorText(quint8(body.at(6)));
-            } else {
-                extra.type = LibXLExcelSheet::CellBoolean;
-                extra.number = body.at(6) ? 1 : 0;
-            }
-            sheet->extras.insert(key, extra);
+            if (body.at(7))
+                extra(key, LibXLExcelSheet::CellError, 0, errorText(quint8(body.at(6))));
+            else
+                extra(key, LibXLExcelSheet::CellBoolean, body.at(6) ? 1 : 0, QString());
             break;
         }
         default:
@@ -575,7 +617,7 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
                          .arg(sheet.name);
             return false;
         }
-        if (!scanSheet(stream, globals, &sheet, nullptr, error))
+        if (!scanSheet(stream, globals, &sheet, nullptr, !ownCells, error))
             return false;
     }
     if (!ownCells) {
@@ -605,10 +647,11 @@ bool XlsBookReader::read(const QString& path, const QByteArray& stream, LibXLExc
         if (sheet.kind != 0 && sheet.kind != 2)
             continue;
         SheetContent content;
-        QHash<quint32, Extra> extras = sheet.extras;
+        QHash<quint32, Extra> extras = std::move(sheet.extras);
         if (sheet.kind == 0 && ownCells) {
+            extras.clear(); // the walk adds formulas, booleans and errors where they lie
             content.sharedStrings = globals.shared.texts;
-            if (!scanSheet(stream, globals, &sheet, &content, error))
+            if (!scanSheet(stream, globals, &sheet, &content, false, error))
                 return false;
         } else if (sheet.kind == 0 &&
                    freexl_select_active_worksheet(

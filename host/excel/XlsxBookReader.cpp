@@ -380,7 +380,7 @@ bool readStyles(const Package& package, const QString& name, Styles* styles, QSt
     return true;
 }
 
-bool readSharedStrings(const Package& package, const QString& name, QVector<QString>* strings,
+bool readSharedStrings(const Package& package, const QString& name, ExcelStringPool* strings,
                        QString* error)
 {
     auto device = package.part(name, MaxPartBytes, error);
@@ -405,7 +405,7 @@ bool readSharedStrings(const Package& package, const QString& name, QVector<QStr
         QString text;
         if (!stringItem(xml, &text))
             break;
-        strings->append(text);
+        strings->add(text);
     }
     *error = scanError(name, xml, *device);
     return false;
@@ -417,7 +417,7 @@ struct SheetReading
     QString part;
     QString sheetName;
     const Styles& styles;
-    QSharedPointer<const QVector<QString>> shared;
+    QSharedPointer<const ExcelStringPool> shared;
     bool date1904 = false;
     qint64* cellBudget = nullptr;
     int sharedCount = 0;
@@ -764,7 +764,7 @@ bool XlsxBookReader::read(const QString& path, LibXLExcel* book, QString* error)
         if (!readStyles(package, stylesPart, &styles, error))
             return false;
     }
-    auto shared = QSharedPointer<QVector<QString>>::create();
+    auto shared = QSharedPointer<ExcelStringPool>::create();
     if (!sharedPart.isEmpty()) {
         if (!package.has(sharedPart)) {
             *error = QStringLiteral("the workbook names the shared strings part %1, but the "

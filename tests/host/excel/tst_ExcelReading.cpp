@@ -396,6 +396,119 @@ private slots:
         }
     }
 
+    // One sheet of every cell record a BIFF8 writer uses, shared strings split over CONTINUE
+    // records (the character width changing at the split), a far corner cell, a cell given out
+    // of order and one given twice. Read as written and with the stream's sectors reordered,
+    // which makes the reader copy the stream instead of reading it where it lies.
+    void everyXlsCellRecordWhereverTheStreamLies()
+    {
+        auto wide = [](const QString& text) {
+            QByteArray out;
+            for (QChar c : text)
+                out += le16(c.unicode());
+            return out;
+        };
+        auto number = [](double value) {
+            return QByteArray(reinterpret_cast<const char*>(&value), sizeof value);
+        };
+        const QByteArray bof =
+            le16(0x0600) + le16(0x0005) + le32(0) + le32(0) + le32(6); // globals; kind patched
+        QByteArray globals;
+        record(globals, 0x0809, bof);
+        for (quint16 format : {0, 14}) // XF 0 general, XF 1 a date
+            record(globals, 0x00E0, le16(0) + le16(format) + QByteArray(16, '\0'));
+        record(globals, 0x00EB, QByteArray(700, 'x')); // a drawing group: the rest lies further
+        // "HRB钢筋" starts narrow and goes on wide; "水泥P.O42.5" the other way round.
+        record(globals, 0x00FC, le32(4) + le32(3) + le16(5) + QByteArray(1, 0) + QByteArray("HRB"));
+        record(globals, 0x003C,
+               QByteArray(1, 1) + wide("钢筋") + le16(2) + QByteArray(1, 1) + wide("合计") +
+                   le16(9) + QByteArray(1, 1) + wide("水泥"));
+        record(globals, 0x003C, QByteArray(1, 0) + QByteArray("P.O42.5"));
+        const int offsetAt = globals.size() + 4;
+        record(globals, 0x0085,
+               le32(0) + QByteArray(2, '\0') + QByteArray(1, 1) + QByteArray(1, 0) + "S");
+        record(globals, 0x000A, QByteArray());
+        QByteArray sheet;
+        QByteArray sheetBof = bof;
+        qToLittleEndian(quint16(0x0010), sheetBof.data() + 2);
+        record(sheet, 0x0809, sheetBof);
+        record(sheet, 0x0200, le32(0) + le32(65536) + le16(0) + le16(256) + le16(0));
+        record(sheet, 0x00FD, le16(0) + le16(0) + le16(0) + le32(0));            // A1 "HRB钢筋"
+        record(sheet, 0x027E, le16(0) + le16(1) + le16(0) + le32(100 << 2 | 2)); // B1 100
+        record(sheet, 0x00BD,
+               le16(1) + le16(0) + le16(0) + le32(12345 << 2 | 3) + le16(0) + le32(0x3FF80000) +
+                   le16(1) + le32(45000 << 2 | 2) + le16(2)); // A2 123.45, B2 1.5, C2 a date
+        record(sheet, 0x00BE, le16(2) + le16(0) + le16(0) + le16(0) + le16(0) + le16(3));
+        record(sheet, 0x0203, le16(3) + le16(0) + le16(1) + number(45000.5)); // A4 date, time
+        record(sheet, 0x0006, le16(4) + le16(0) + le16(0) + number(7.25) + QByteArray(8, '\0'));
+        record(sheet, 0x0006,
+               le16(4) + le16(1) + le16(0) + QByteArray(6, '\0') + le16(0xFFFF) +
+                   QByteArray(6, '\0'));
+        record(sheet, 0x0207, le16(3) + QByteArray(1, 1) + wide("小计费"));
+        record(sheet, 0x0006,
+               le16(4) + le16(2) + le16(0) + QByteArray(1, 1) + QByteArray(1, 0) +
+                   QByteArray(1, 1) + QByteArray(3, '\0') + le16(0xFFFF) + QByteArray(6, '\0'));
+        record(sheet, 0x0006,
+               le16(4) + le16(3) + le16(0) + QByteArray(1, 2) + QByteArray(1, 0) +
+                   QByteArray(1, 0x07) + QByteArray(3, '\0') + le16(0xFFFF) + QByteArray(6, '\0'));
+        record(sheet, 0x0205, le16(5) + le16(0) + le16(0) + QByteArray(1, 1) + QByteArray(1, 0));
+        record(sheet, 0x0205, le16(5) + le16(1) + le16(0) + QByteArray(1, 0x2A) + QByteArray(1, 1));
+        record(sheet, 0x00FD, le16(65535) + le16(255) + le16(0) + le32(2)); // IV65536
+        record(sheet, 0x00FD, le16(1) + le16(5) + le16(0) + le32(1));       // F2, out of order
+        record(sheet, 0x00FD, le16(0) + le16(0) + le16(0) + le32(1));       // A1 again
+        record(sheet, 0x00E5, le16(1) + le16(6) + le16(7) + le16(0) + le16(3));
+        record(sheet, 0x000A, QByteArray());
+        QByteArray stream = globals + sheet;
+        qToLittleEndian(quint32(globals.size()), stream.data() + offsetAt);
+        const QByteArray inOrder = CompoundFileWriter::build("Workbook", stream);
+        write("records.xls", inOrder);
+
+        // The stream's first two sectors swapped in the file, its chain told so.
+        QByteArray shuffled = inOrder;
+        const int sector = 512;
+        shuffled.replace(sector, sector, inOrder.mid(2 * sector, sector));
+        shuffled.replace(2 * sector, sector, inOrder.mid(sector, sector));
+        const int dirAt = int(qFromLittleEndian<quint32>(inOrder.constData() + 48) + 1) * sector;
+        const int fatAt = int(qFromLittleEndian<quint32>(inOrder.constData() + 76) + 1) * sector;
+        qToLittleEndian(quint32(1), shuffled.data() + dirAt + 128 + 116); // starts at sector 1
+        qToLittleEndian(quint32(0), shuffled.data() + fatAt + 4);         // 1 -> 0
+        qToLittleEndian(quint32(2), shuffled.data() + fatAt);             // 0 -> 2
+        write("shuffled.xls", shuffled);
+
+        for (const QString& file :
+             {QStringLiteral("records.xls"), QStringLiteral("shuffled.xls")}) {
+            LibXLExcel book;
+            QVERIFY2(book.Open(path(file)), qPrintable(book.ErrorMessage()));
+            const LibXLExcelSheet* s = book.GetSheet(0);
+            QCOMPARE(s->GetCellText(0, 0), "合计"); // given twice: the last one holds
+            QCOMPARE(s->GetCellValue(0, 1), QVariant(100.0));
+            QCOMPARE(s->GetCellText(1, 0), "123.45");
+            QCOMPARE(s->GetCellText(1, 1), "1.5");
+            QCOMPARE(s->GetCellType(1, 2), LibXLExcelSheet::CellDate);
+            QCOMPARE(s->GetCellText(1, 2), "2023-03-15");
+            QCOMPARE(s->GetCellText(1, 5), "合计");
+            QCOMPARE(s->GetCellType(2, 0), LibXLExcelSheet::CellEmpty); // blanks hold nothing
+            QCOMPARE(s->GetCellText(3, 0), "2023-03-15 12:00:00");
+            QCOMPARE(s->GetCellValue(4, 0), QVariant(7.25));
+            QCOMPARE(s->GetCellText(4, 1), "小计费");
+            QCOMPARE(s->GetCellValue(4, 2), QVariant(true));
+            QCOMPARE(s->GetCellText(4, 3), "#DIV/0!");
+            QCOMPARE(s->GetCellText(5, 0), "TRUE");
+            QCOMPARE(s->GetCellType(5, 1), LibXLExcelSheet::CellError);
+            QCOMPARE(s->GetCellText(5, 1), "#N/A");
+            QCOMPARE(s->GetCellText(65535, 255), "水泥P.O42.5");
+            QCOMPARE(s->RowCount(), 65536);
+            QCOMPARE(s->ColCount(), 256);
+            QCOMPARE(s->CellCount(), 14);
+            ExcelRange merge;
+            QVERIFY(s->MergeAt(7, 2, &merge));
+            QCOMPARE(merge, (ExcelRange{6, 7, 0, 3}));
+            int row = -1, col = -1;
+            QVERIFY(s->GetCellPosition(13, &row, &col));
+            QCOMPARE(row, 65535);
+        }
+    }
+
     void absurdDimensionsInXlsRecordsAreRefused()
     {
         QByteArray globals;

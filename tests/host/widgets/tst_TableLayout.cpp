@@ -115,6 +115,15 @@ private slots:
         QCOMPARE(font["italic"].toBool(), true);
         QVERIFY(!font.contains("style"));
         QCOMPARE(second["3-alignment"].toInt(), int(Qt::AlignCenter));
+        // Every row has exactly its own keys, and a cell's font is not the row's before.
+        QStringList keys = {"row", "rowHeight"};
+        for (const QString c : {"0", "1", "3", "4"})
+            keys << c << c + "-font" << c + "-alignment";
+        keys.sort();
+        for (const QJsonValue& row : rows)
+            QCOMPARE(row.toObject().keys(), keys);
+        QCOMPARE(rows[2].toObject()["1-font"].toObject()["font-size"].toInt(), 9);
+        QCOMPARE(rows[2].toObject()["1"].toString(), QString("材料2"));
 
         // A hidden row is left out and the rows after it count on.
         m_view->setRowHidden(1, true);
