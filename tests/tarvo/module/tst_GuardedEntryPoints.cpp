@@ -1,3 +1,4 @@
+#include "ModulePages.h"
 #include "TestProject.h"
 
 #include "QtXmQd/FormulaEditingDialog.h"
@@ -38,19 +39,6 @@ private:
         QString tag;
         QString sourceFile;
     };
-
-    static ProjectSettingSpace::ServiceFuncPageInfo sixPages()
-    {
-        ProjectSettingSpace::ServiceFuncPageInfo info;
-        info.strServiceName = "TarvoService";
-        for (const char* page : {"其他项目清单", "招标人材料购置费清单", "零星工作项目人工单价清单",
-                                 "规费税金清单", "需评审的材料清单", "暂估材料(工程设备)清单"}) {
-            ProjectSettingSpace::ProFuncPageInfo p;
-            p.strPageName = QString::fromUtf8(page);
-            info.listPageInfo << p;
-        }
-        return info;
-    }
 
     // A meta-object the module's library defines (not Qt's, not the host's).
     static bool definedInModule(const QMetaObject* meta)
@@ -230,7 +218,7 @@ private slots:
         QVERIFY(service);
 
         // Making the container is the host's to guard (it catches around the call).
-        QWidget* created = service->CreateWidget(QVariant::fromValue(sixPages()));
+        QWidget* created = service->CreateWidget(QVariant::fromValue(sixModulePages()));
         QVERIFY(created);
         QVariant node = QVariant::fromValue(p.unit);
         outcomes << armed("TarvoService::ProcessMsg", [&] { service->ProcessMsg(74, &node); });
@@ -280,7 +268,7 @@ private slots:
 
         TarvoService service;
         auto* container =
-            qobject_cast<TarvoWidget*>(service.CreateWidget(QVariant::fromValue(sixPages())));
+            qobject_cast<TarvoWidget*>(service.CreateWidget(QVariant::fromValue(sixModulePages())));
         QVERIFY(container);
         container->resize(1200, 700);
         container->show();

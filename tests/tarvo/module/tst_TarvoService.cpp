@@ -1,3 +1,4 @@
+#include "ModulePages.h"
 #include "TestProject.h"
 
 #include "TarvoActivator.h"
@@ -16,20 +17,6 @@
 class tst_TarvoService : public QObject
 {
     Q_OBJECT
-
-private:
-    static ProjectSettingSpace::ServiceFuncPageInfo sixPages()
-    {
-        ProjectSettingSpace::ServiceFuncPageInfo info;
-        info.strServiceName = "TarvoService";
-        for (const char* page : {"其他项目清单", "招标人材料购置费清单", "零星工作项目人工单价清单",
-                                 "规费税金清单", "需评审的材料清单", "暂估材料(工程设备)清单"}) {
-            ProjectSettingSpace::ProFuncPageInfo p;
-            p.strPageName = QString::fromUtf8(page);
-            info.listPageInfo << p;
-        }
-        return info;
-    }
 
 private slots:
     void registeredWhenLoaded()
@@ -86,7 +73,7 @@ private slots:
     void createWidgetWithAnyPayload()
     {
         TarvoService service;
-        std::unique_ptr<QWidget> full(service.CreateWidget(QVariant::fromValue(sixPages())));
+        std::unique_ptr<QWidget> full(service.CreateWidget(QVariant::fromValue(sixModulePages())));
         std::unique_ptr<QWidget> empty(service.CreateWidget(QVariant(42)));
         QVERIFY(full && empty);
         QCOMPARE(static_cast<TarvoWidget*>(full.get())->tabs()->count(), 6);
@@ -99,7 +86,7 @@ private slots:
     void deleteWidgetOnlyForOwnWidgets()
     {
         TarvoService service;
-        std::unique_ptr<QWidget> mine(service.CreateWidget(QVariant::fromValue(sixPages())));
+        std::unique_ptr<QWidget> mine(service.CreateWidget(QVariant::fromValue(sixModulePages())));
         QWidget foreign;
         Communication::GetInstance()->SaveActiveFirstLevelWidget(&foreign);
         service.DeleteWidget(&foreign);
@@ -116,7 +103,8 @@ private slots:
     {
         TestProject p;
         TarvoService service;
-        std::unique_ptr<QWidget> widget(service.CreateWidget(QVariant::fromValue(sixPages())));
+        std::unique_ptr<QWidget> widget(
+            service.CreateWidget(QVariant::fromValue(sixModulePages())));
         auto* container = static_cast<TarvoWidget*>(widget.get());
         QWidget foreign;
         Communication::GetInstance()->SaveActiveFirstLevelWidget(&foreign);
