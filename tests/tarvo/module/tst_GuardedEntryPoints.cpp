@@ -18,6 +18,8 @@
 #include <QMetaMethod>
 #include <QtTest>
 
+#include <cstdlib>
+
 #include <dlfcn.h>
 
 // What the host sees when a call inside the module fails: every entry point the module offers
@@ -84,15 +86,19 @@ private:
             if (type == QMetaType::UnknownType || type == QMetaType::Void)
                 return false;
             types << type;
-            values << QMetaType::create(type);
+            // Zeroed first: Qt leaves a default-made bool or int uninitialised.
+            void* storage = std::calloc(1, size_t(QMetaType::sizeOf(type)));
+            values << QMetaType::construct(type, storage, nullptr);
         }
         QGenericArgument args[10];
         for (int i = 0; i < values.size(); ++i)
             args[i] = QGenericArgument(QMetaType::typeName(types.at(i)), values.at(i));
         method.invoke(object, Qt::DirectConnection, args[0], args[1], args[2], args[3], args[4],
                       args[5], args[6], args[7], args[8], args[9]);
-        for (int i = 0; i < values.size(); ++i)
-            QMetaType::destroy(types.at(i), values.at(i));
+        for (int i = 0; i < values.size(); ++i) {
+            QMetaType::destruct(types.at(i), values.at(i));
+            std::free(values.at(i));
+        }
         return true;
     }
 
