@@ -1,4 +1,5 @@
 #include "ModelTesters.h"
+#include "ScriptedSession.h"
 #include "TestProject.h"
 
 #include "ZgClQd/PopupDialog/CkZbZgClQdDialog.h"
@@ -108,18 +109,13 @@ class tst_DbZbZgClDialog : public QObject
 private slots:
     void init()
     {
-        InteractionSeam::setScripted(true);
-        InteractionSeam::clear();
-        InteractionSeam::setModalHook(nullptr);
-        ClearExceptionReports();
+        beginScriptedSession();
         p = std::make_unique<TestProject>();
         root = p->project->works(0, 1);
     }
     void cleanup()
     {
-        InteractionSeam::setModalHook(nullptr);
-        BusinessFaultInjection::clear();
-        undo()->ForgetHistory();
+        endScriptedSession();
         p.reset();
     }
 
