@@ -10,6 +10,7 @@
 #include "ZgClQdBusiness.h"
 
 #include "DataManagement.h"
+#include "ProjectWorks.h"
 #include "TableLayout.h"
 #include "TableLayoutExport.h"
 #include "ZgClZsItem.h"
@@ -69,6 +70,9 @@ CkZbZgClQdDialog::CkZbZgClQdDialog(ConstructionWorks* works, QWidget* parent)
     connect(menu->addAction(QStringLiteral("从YFJZ文件中载入")), &QAction::triggered, this,
             &CkZbZgClQdDialog::slotImportCJZClicked_YN);
     m_import->setMenu(menu);
+    // Loading replaces the project's tender list: not in a read-only project.
+    const ProjectWorks* project = m_works ? m_works->getOwner() : nullptr;
+    m_import->setEnabled(project && !project->IsReadOnly());
     m_export->setObjectName(QStringLiteral("btnExport"));
     connect(m_export, &QPushButton::clicked, this, &CkZbZgClQdDialog::slotExportBtnClicked);
     auto* close = new QPushButton(QStringLiteral("关闭"), this);
@@ -124,7 +128,7 @@ bool CkZbZgClQdDialog::ImportTenderFile(QWidget* parent, ConstructionWorks* work
                                         const QString& path)
 {
     ProjectWorks* project = works ? works->getOwner() : nullptr;
-    if (!project)
+    if (!project || project->IsReadOnly())
         return false;
     DataManagement* data = DataManagement::getInstance();
     const QList<ProTreeNode*> nodes = data->GetProTreeNodeListInOrder(project->projectIndex());

@@ -27,7 +27,8 @@ public:
     QPushButton* exportButton() const { return m_export; }
 
     // Reads a tender file's provisional list (and evaluated list, when it has one) into the
-    // project of works when its tree fits; tells the user otherwise. True when stored.
+    // project of works when its tree fits; tells the user otherwise. True when stored; a
+    // read-only project stores nothing.
     static bool ImportTenderFile(QWidget* parent, ConstructionWorks* works, const QString& path);
 
 public slots:

@@ -193,6 +193,15 @@ private slots:
         QList<ZgjClHzItem*> stored;
         QVERIFY(p.project->GetDwZbZgCl({p.index, 4}, stored));
         QCOMPARE(stored.size(), 3);
+
+        // A read-only project keeps its list: the button is off and the import refuses.
+        p.project->SetReadOnly(true);
+        CkZbZgClQdDialog readOnly(p.current);
+        QVERIFY(!readOnly.importButton()->isEnabled());
+        QVERIFY(!CkZbZgClQdDialog::ImportTenderFile(&readOnly, p.current,
+                                                    tenderFile("again.cjz", "建筑与装饰工程")));
+        QVERIFY(p.project->GetDwZbZgCl({p.index, 4}, stored));
+        QCOMPARE(stored.size(), 3);
     }
 
     void pageCommandOpensTheView()
