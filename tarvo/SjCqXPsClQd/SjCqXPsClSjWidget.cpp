@@ -78,14 +78,7 @@ SjCqXPsClSjWidget::SjCqXPsClSjWidget(AuditBusiness* audit, QWidget* parent)
     menu->addAction(makeAction(QStringLiteral("去除定义块内材料价格"), none,
                                [this] { ClearQuantitiesOrPrices(true, true); }));
     menu->addMenu(blockMenu());
-    m_sort = menu->addMenu(QStringLiteral("排序"));
-    const QList<QPair<QString, SortKey>> sorts = {
-        {QStringLiteral("金额"), ByAmount}, {QStringLiteral("数量"), ByQuantity},
-        {QStringLiteral("单价"), ByPrice},  {QStringLiteral("材料名称"), ByName},
-        {QStringLiteral("序号"), BySerial}, {QStringLiteral("招标编码"), ByTenderCode}};
-    for (const auto& entry : sorts)
-        connect(m_sort->addAction(entry.first), &QAction::triggered, this,
-                [this, key = entry.second] { Sort(key); });
+    m_sort = addSortMenu(menu);
     addRowCommands(menu, false);
 
     // The ribbon's numbering button offers both numberings.
@@ -93,9 +86,7 @@ SjCqXPsClSjWidget::SjCqXPsClSjWidget(AuditBusiness* audit, QWidget* parent)
     m_numbering->addAction(action(QStringLiteral("重新生成材料序号及招标编码")));
     m_numbering->addAction(makeAction(QStringLiteral("对比材料招标清单生成相应序号"), none,
                                       [this] { slotAcDbZbQdScXh(); }));
-    if (QMenu* del = ribbonMenu(QStringLiteral("招投标-删除行")))
-        connect(del->addAction(QStringLiteral("删除所有行")), &QAction::triggered, this,
-                [this] { ClearAllRows(); });
+    offerClearAllOnRibbon();
 }
 
 GeneralTableBase* SjCqXPsClSjWidget::pageTable(ConstructionWorks* works) const

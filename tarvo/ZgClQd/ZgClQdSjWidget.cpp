@@ -110,20 +110,10 @@ ZgClQdSjWidget::ZgClQdSjWidget(AuditBusiness* audit, QWidget* parent)
                                        [this] { ClearQuantitiesOrPrices(false, true); }));
     connect(m_keepTender, &QMenu::aboutToShow, this, &ZgClQdSjWidget::updateKeepTenderMenu);
     menu->addMenu(blockMenu());
-    m_sort = menu->addMenu(QStringLiteral("排序"));
-    const QList<QPair<QString, SortKey>> sorts = {
-        {QStringLiteral("金额"), ByAmount}, {QStringLiteral("数量"), ByQuantity},
-        {QStringLiteral("单价"), ByPrice},  {QStringLiteral("材料名称"), ByName},
-        {QStringLiteral("序号"), BySerial}, {QStringLiteral("招标编码"), ByTenderCode}};
-    for (const auto& entry : sorts)
-        connect(m_sort->addAction(entry.first), &QAction::triggered, this,
-                [this, key = entry.second] { Sort(key); });
+    m_sort = addSortMenu(menu);
     addRowCommands(menu, false);
 
-    // The ribbon's delete button also offers the whole list.
-    if (QMenu* del = ribbonMenu(QStringLiteral("招投标-删除行")))
-        connect(del->addAction(QStringLiteral("删除所有行")), &QAction::triggered, this,
-                [this] { ClearAllRows(); });
+    offerClearAllOnRibbon();
 }
 
 GeneralTableBase* ZgClQdSjWidget::pageTable(ConstructionWorks* works) const

@@ -116,6 +116,34 @@ void MaterialSjWidget::addRowCommands(QMenu* menu, bool withAppend)
     menu->addAction(action(QStringLiteral("清除所有行")));
 }
 
+QMenu* MaterialSjWidget::addSortMenu(QMenu* menu)
+{
+    QMenu* sort = menu->addMenu(QStringLiteral("排序"));
+    for (const auto& entry : sorts())
+        connect(sort->addAction(entry.first), &QAction::triggered, this,
+                [this, key = entry.second] { Sort(key); });
+    return sort;
+}
+
+void MaterialSjWidget::offerClearAllOnRibbon()
+{
+    if (QMenu* del = ribbonMenu(QStringLiteral("招投标-删除行")))
+        connect(del->addAction(QStringLiteral("删除所有行")), &QAction::triggered, this,
+                [this] { ClearAllRows(); });
+}
+
+QList<QPair<QString, MaterialSjWidget::SortKey>> MaterialSjWidget::sorts() const
+{
+    QList<QPair<QString, SortKey>> sorts = {{QStringLiteral("金额"), ByAmount},
+                                            {QStringLiteral("数量"), ByQuantity},
+                                            {QStringLiteral("单价"), ByPrice},
+                                            {QStringLiteral("材料名称"), ByName},
+                                            {QStringLiteral("序号"), BySerial}};
+    if (tenderCodeField() >= 0)
+        sorts.append({QStringLiteral("招标编码"), ByTenderCode});
+    return sorts;
+}
+
 void MaterialSjWidget::buildMenus()
 {
     const QKeySequence none;
@@ -160,13 +188,8 @@ void MaterialSjWidget::buildMenus()
     item(heights, QStringLiteral("表格自适应行高"), [this] { FitRowHeights(false); });
     item(heights, QStringLiteral("表格置最小行高"), [this] { FitRowHeights(true); });
     QMenu* sort = ribbon(QStringLiteral("编制:排序"));
-    const QList<QPair<QString, SortKey>> sorts = {
-        {QStringLiteral("金额"), ByAmount}, {QStringLiteral("数量"), ByQuantity},
-        {QStringLiteral("单价"), ByPrice},  {QStringLiteral("材料名称"), ByName},
-        {QStringLiteral("序号"), BySerial}, {QStringLiteral("招标编码"), ByTenderCode}};
-    for (const auto& entry : sorts)
-        if (entry.second != ByTenderCode || tenderCodeField() >= 0)
-            item(sort, entry.first, [this, key = entry.second] { Sort(key); });
+    for (const auto& entry : sorts())
+        item(sort, entry.first, [this, key = entry.second] { Sort(key); });
     QMenu* clear = ribbon(QStringLiteral("清除数量&价格"));
     item(clear, QStringLiteral("清除所有数量"), [this] { ClearQuantitiesOrPrices(false, false); });
     item(clear, QStringLiteral("清除所有价格"), [this] { ClearQuantitiesOrPrices(true, false); });

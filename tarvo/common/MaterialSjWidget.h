@@ -100,6 +100,10 @@ protected:
                         const std::function<void()>& slot);
     // The row commands of the context menu: "插入行", "添加行", "删除", "清除所有行".
     void addRowCommands(QMenu* menu, bool withAppend = true);
+    // The sub-menu "排序" with every sort of the list; returns it.
+    QMenu* addSortMenu(QMenu* menu);
+    // The ribbon's "招投标-删除行" also offers "删除所有行" (the lists of the tender's materials).
+    void offerClearAllOnRibbon();
 
     // Rebuilds the list from the unit projects under a progress bar titled "提示" with the
     // given text, while the grid shows a copy of the former rows; the grid is back on the list
@@ -118,6 +122,8 @@ protected:
 
 private:
     void buildMenus();
+    // The sorts offered, in menu order; "招标编码" only where the list has the field.
+    QList<QPair<QString, SortKey>> sorts() const;
 
     std::unique_ptr<MaterialGridService> m_service;
     QHash<QString, QAction*> m_actions;
