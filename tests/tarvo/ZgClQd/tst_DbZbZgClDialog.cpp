@@ -362,8 +362,10 @@ private slots:
         const QList<QVariantList> before = snapshot();
         InteractionSeam::pushAnswer(int(QDialog::Accepted));
         InteractionSeam::setModalHook([](QDialog*) {
-            // Applying writes, then the next business call throws.
-            BusinessFaultInjection::setFault([] { throw std::runtime_error("写入失败"); });
+            // The first business call of applying writes, the second throws.
+            BusinessFaultInjection::setFault([] {
+                BusinessFaultInjection::setFault([] { throw std::runtime_error("写入失败"); });
+            });
         });
         d.slotBtnAccept();
         QCOMPARE(RecentExceptionReports().size(), 1);
