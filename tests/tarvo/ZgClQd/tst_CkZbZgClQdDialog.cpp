@@ -20,7 +20,7 @@
 #include <QToolButton>
 #include <QtTest>
 
-// The tender provisional list view: its grid as specified, importing a tender file that fits
+// The tender provisional list view: its grid, importing a tender file that fits
 // or does not, and exporting what it shows.
 class tst_CkZbZgClQdDialog : public QObject
 {

@@ -23,7 +23,7 @@
 #include <QtTest>
 
 // The provisional materials page: gathering the unit projects' provisional materials, the
-// refresh report, numbering, properties set for every unit project, and its menus.
+// refresh report, numbering, properties set for every unit project, and the keep menu.
 class tst_ZgClQdPage : public QObject
 {
     Q_OBJECT
