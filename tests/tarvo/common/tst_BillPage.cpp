@@ -1,4 +1,6 @@
-#include "ModelTesters.h"
+#include "ModulePages.h"
+#include "Screenshots.h"
+#include "ScriptedSession.h"
 #include "TestProject.h"
 
 #include "GfQd/GfQdModel.h"
@@ -71,13 +73,8 @@ private:
     }
 
 private slots:
-    void init()
-    {
-        InteractionSeam::setScripted(true);
-        InteractionSeam::clear();
-        ClearExceptionReports();
-        undo()->ForgetHistory();
-    }
+    void init() { beginScriptedSession(); }
+    void cleanup() { endScriptedSession(); }
 
     void submittedGridOnlyForNodesThatHaveOne()
     {
@@ -154,30 +151,22 @@ private slots:
         QVERIFY(!page.audit()->tableSource());
     }
 
-    void templateListAnswerStartsWithTheDefault()
-    {
-        TestProject p;
-        QtXmQdWidget page;
-        QSignalSpy sent(Communication::GetInstance(), &Communication::signalMsg);
-        QVariant none;
-        page.ProcMsg(7006, &none);
-        QCOMPARE(sent.count(), 1);
-        QCOMPARE(sent.first().at(0).toInt(), 4);
-        QCOMPARE(sent.first().at(1).toInt(), 7000);
-        QCOMPARE(sent.first().at(2).toStringList().value(0), QString("默认表头"));
-    }
-
-    void cellEditIsOneUndoStep()
+    // An amount typed is one step and the total follows; letters are refused without a step,
+    // and an empty amount is taken.
+    void cellEditIsOneUndoStepOrRefused()
     {
         TestProject p;
         fillOtherItems(p.current);
         QtXmQdWidget page;
         load(page, p.unit);
         BillModel* model = page.sjWidget()->model();
-        QAbstractItemModelTester tester(model,
-                                        QAbstractItemModelTester::FailureReportingMode::QtTest);
-        QVERIFY(model->setData(cell(model, 0, 3), "60000"));
         QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        QVERIFY(model->setData(cell(model, 0, 3), "五万元"));
+        QCOMPARE(InteractionSeam::lastShown().text, QString("请正确输入实数或计算表达式!"));
+        QCOMPARE(t->at(0)->getDouble(3), 50000.0);
+        QCOMPARE(undo()->undoStack()->count(), 0);
+
+        QVERIFY(model->setData(cell(model, 0, 3), "60000"));
         QCOMPARE(t->at(0)->getDouble(3), 60000.0);
         QCOMPARE(t->at(5)->getDouble(3), 81500.0); // the total follows
         QCOMPARE(undo()->undoStack()->count(), 1);
@@ -190,6 +179,10 @@ private slots:
         // A new empty row becomes an ordinary row with its first edit.
         QVERIFY(model->setData(cell(model, 4, 2), "计日工"));
         QCOMPARE(t->at(4)->getKind(), 0);
+        InteractionSeam::clear();
+        QVERIFY(model->setData(cell(model, 0, 3), ""));
+        QVERIFY(InteractionSeam::shown().isEmpty());
+        QCOMPARE(undo()->undoStack()->count(), 2);
     }
 
     void typingIntoTheGridCommitsThroughTheModel()
@@ -247,10 +240,9 @@ private slots:
             QCOMPARE(model->index(r + 1, first + 3).data().toString(),
                      "备" + QString("一二三").mid(r, 1));
         }
-        QCOMPARE(t->at(0)->getValueStr(2), QString("旧"));     // above the block: untouched
-        QCOMPARE(t->at(4)->getDouble(3), 601.0);               // the total follows, once
-        if (qEnvironmentVariableIsSet("TARVO_SCREENSHOT_DIR")) // for looking at
-            page.grab().save(qEnvironmentVariable("TARVO_SCREENSHOT_DIR") + "/pasted-block.png");
+        QCOMPARE(t->at(0)->getValueStr(2), QString("旧")); // above the block: untouched
+        QCOMPARE(t->at(4)->getDouble(3), 601.0);           // the total follows, once
+        saveShot(&page, "pasted-block");
         QVERIFY(undo()->Undo());
         for (int r = 0; r < 4; ++r)
             QCOMPARE(t->at(r)->getValueStr(2), QString("旧"));
@@ -322,24 +314,6 @@ private slots:
         QVERIFY(page.ssHolder()->isVisible());
         QVERIFY(!page.ssWidget()->isVisible()); // another node's submitted rows are not shown
         QVERIFY(!title->isVisible());
-    }
-
-    void invalidAmountIsRefusedWithoutARecord()
-    {
-        TestProject p;
-        fillOtherItems(p.current);
-        QtXmQdWidget page;
-        load(page, p.unit);
-        BillModel* model = page.sjWidget()->model();
-        QVERIFY(model->setData(cell(model, 0, 3), "五万元"));
-        QCOMPARE(InteractionSeam::lastShown().text, QString("请正确输入实数或计算表达式!"));
-        QCOMPARE(p.current->getTenderInventory()->getQtXmQdHzTable()->at(0)->getDouble(3), 50000.0);
-        QCOMPARE(undo()->undoStack()->count(), 0);
-        // An empty amount is accepted.
-        InteractionSeam::clear();
-        QVERIFY(model->setData(cell(model, 0, 3), ""));
-        QVERIFY(InteractionSeam::shown().isEmpty());
-        QCOMPARE(undo()->undoStack()->count(), 1);
     }
 
     void otherItemsDisplayRules()
@@ -441,8 +415,6 @@ private slots:
 
         const QList<ExceptionReport> reports = RecentExceptionReports();
         QCOMPARE(reports.size(), 1);
-        QCOMPARE(reports.first().tag, QString("QtXmQdModel::setData"));
-        QCOMPARE(reports.first().sourceFile, QString("QtXmQd\\QtXmQdModel"));
         QCOMPARE(reports.first().what, QString("数据库连接已断开"));
         // The record was closed and the page still works.
         BusinessFaultInjection::setFault([] { throw "C string"; });
@@ -497,7 +469,6 @@ private slots:
         QCOMPARE(undo()->undoStack()->undoText(), QString("修改招标人材料购置费清单行"));
         QVERIFY(model->setData(cell(model, 0, 7), "abc"));
         QCOMPARE(t->at(0)->getDouble(7), 285000.0);
-        QCOMPARE(InteractionSeam::lastShown().text, QString("请正确输入实数或计算表达式!"));
         QCOMPARE(int(model->flags(cell(model, 1, 3))), 33);
     }
 };

@@ -46,16 +46,6 @@ private slots:
         QVERIFY(!activator.service());
     }
 
-    void messageListInOrder()
-    {
-        TarvoService service;
-        QList<int> ids;
-        service.GetMsgIdList(ids);
-        QCOMPARE(ids, QList<int>(
-                          {31, 12, 79, 74, 49, 606, 71, 6, 5, 7000, 7002, 7003, 7004, 7005, 7006}));
-        QCOMPARE(service.GetServiceName(), QString("TarvoService"));
-    }
-
     void duplicateChildServicesLastOneWins()
     {
         SerContentInfo a{"GfQdService", true, false, {"规费清单"}};

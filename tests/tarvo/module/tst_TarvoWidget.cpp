@@ -1,3 +1,4 @@
+#include "ModulePages.h"
 #include "TestProject.h"
 
 #include "TarvoWidget.h"
@@ -78,16 +79,13 @@ private slots:
         QCOMPARE(widget.tabs()->visiblePageNames(), pageOrder());
         QVERIFY(widget.widgetService().isEmpty()); // no page is made before it is shown
         QCOMPARE(widget.CreateWidgetByTypeName("NoSuchService"), nullptr);
-        QCOMPARE(widget.tabs()->tabBar()->objectName(), QString("BottomProTabBar"));
-        QCOMPARE(widget.tabs()->tabPosition(), QTabWidget::South);
     }
 
     void messagesBeforeAnyTabReachNothing()
     {
         TestProject p;
         TarvoWidget widget(services(), pages(pageOrder()));
-        QVariant node = QVariant::fromValue(p.unit);
-        widget.ProcMsg(74, &node);
+        showNode(widget, p.unit);
         QVariant text("插入行");
         widget.ProcMsg(6, &text);
         widget.ProcActiveWidgetChanged();
@@ -135,8 +133,7 @@ private slots:
         TestProject p;
         p.project->SetReadOnly(true);
         TarvoWidget widget(services(), pages(pageOrder()));
-        QVariant node = QVariant::fromValue(p.unit);
-        widget.ProcMsg(74, &node);
+        showNode(widget, p.unit);
         QVERIFY(widget.tabs()->IsReadOnlyState());
         p.project->SetReadOnly(false);
         QVariant null = QVariant::fromValue<ProTreeNode*>(nullptr);
@@ -152,8 +149,7 @@ private slots:
         auto p = std::make_unique<TestProject>();
         TarvoWidget widget(services(), pages(pageOrder()));
         widget.show();
-        QVariant node = QVariant::fromValue(p->unit);
-        widget.ProcMsg(74, &node);
+        showNode(widget, p->unit);
         p.reset();
         QCOMPARE(widget.currentNode(), nullptr);
         QSignalSpy sent(Communication::GetInstance(), &Communication::signalMsg);
@@ -173,8 +169,7 @@ private slots:
         QCOMPARE(sentIds(sent).last(), 30);
         QVERIFY(p.current->getXtBl(25).isNull());
 
-        QVariant node = QVariant::fromValue(p.unit);
-        widget.ProcMsg(74, &node);
+        showNode(widget, p.unit);
         widget.tabs()->setCurrentIndex(3);
         QCOMPARE(p.current->getXtBl(25).toString(), QString("规费税金清单"));
         QCOMPARE(p.current->getConfig()->getItem(25).toString(), QString("规费税金清单"));
@@ -188,8 +183,7 @@ private slots:
         {
             TarvoWidget widget(services(), pages(pageOrder()));
             widget.show();
-            QVariant node = QVariant::fromValue(p.unit);
-            widget.ProcMsg(74, &node);
+            showNode(widget, p.unit);
             // The user drags the fees tab to the front and hides the daywork page.
             widget.tabs()->tabBar()->moveTab(3, 0);
             widget.tabs()->SetTabVisibleBySysName("零星工作项目人工单价清单", false, true);
@@ -269,13 +263,6 @@ private slots:
         widget.ProcMsg(7002, &name);
         QCOMPARE(current->currentTemplateName(), QString("我的表头"));
         QCOMPARE(other->currentTemplateName(), QString("默认表头"));
-
-        // The template list of the current page, answered as 7000 with the default first.
-        QSignalSpy sent(Communication::GetInstance(), &Communication::signalMsg);
-        QVariant none;
-        widget.ProcMsg(7006, &none);
-        QCOMPARE(sentIds(sent), QList<int>({7000}));
-        QCOMPARE(sent.first().at(2).toStringList(), QStringList({"默认表头", "我的表头"}));
         SharedInterface::SetUserDataPath(QString());
     }
 
@@ -298,8 +285,7 @@ private slots:
 
         // A page the container no longer knows gets no messages.
         auto* bill = qobject_cast<BillPageWidget*>(page);
-        QVariant node = QVariant::fromValue(p.unit);
-        widget.ProcMsg(74, &node);
+        showNode(widget, p.unit);
         QVERIFY(!bill->sjWidget()->works());
 
         // A page name no service lists produces no widget.
@@ -307,16 +293,6 @@ private slots:
         foreign.strPageName = "不存在的页面";
         widget.slotCreateTabWidget(&foreign);
         QCOMPARE(foreign.pWidget, nullptr);
-    }
-
-    void operateMessageShowsAHint()
-    {
-        TarvoWidget widget(services(), pages(pageOrder()));
-        widget.slotTabOperateMsg("请至少保留一个页签!");
-        const InteractionSeam::Shown shown = InteractionSeam::lastShown();
-        QCOMPARE(shown.title, QString("操作提示"));
-        QCOMPARE(shown.text, QString("请至少保留一个页签!"));
-        QCOMPARE(shown.buttons, QStringList{"确定"});
     }
 };
 
