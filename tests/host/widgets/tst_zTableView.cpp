@@ -125,6 +125,23 @@ private slots:
         zTableView::callSwitchTableHeaderConfig(&view, 1, 1, "默认表头");
     }
 
+    // The panel starts from the configuration: one with no column shown, accepted as it is,
+    // is refused (the refusal inside the panel only guards the user's own unchecking).
+    void settingsPanelRefusesAConfigurationWithoutColumns()
+    {
+        zTableView view;
+        BaseDataItemModel model;
+        view.setModel(&model);
+        view.LoadTableHeader("测试清单");
+        HeaderConfig hidden = view.headerConfig();
+        for (HeaderColumn& column : hidden.columns)
+            column.visible = false;
+        view.applyHeaderConfig(hidden);
+        InteractionSeam::pushAnswer(int(QDialog::Accepted));
+        zTableView::callHeaderSettingsPanel(&view);
+        QCOMPARE(InteractionSeam::lastShown().text, QString("请至少保留一列!"));
+    }
+
     void brokenUserTemplatesAreReportedAndChangeNothing()
     {
         zTableView view;
