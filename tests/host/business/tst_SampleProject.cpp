@@ -60,7 +60,7 @@ private slots:
         const QString feesTemplate = sample->GetPriceModelConfig()->getItem(5).toString();
         QVERIFY(feesTemplate.endsWith("一般计税"));
         const QList<Unit> units = allUnitWorks(sample.get());
-        QCOMPARE(units.size(), 7);
+        QCOMPARE(units.size(), 7); // six unit projects, one with its submitted version
         for (const Unit& u : units) {
             const char* where = qPrintable(u.name);
             QCOMPARE(u.works->getXtBl(5).toString(), feesTemplate);
@@ -90,6 +90,9 @@ private slots:
                 names += m->getValue(3).toString() + ' ';
             }
             QVERIFY2(materials.size() >= 40, qPrintable(unit));
+            for (GeneralTableBase* table :
+                 sample->works(0, ProTreeNode::Id(node))->getTenderInventory()->tables())
+                QVERIFY2(table->count() > 0, qPrintable(unit)); // every page has rows to show
             // Building works pour concrete and lay bricks; plumbing lays pipes and valves;
             // electrical works pull cables; none uses another's.
             const bool building = unit.contains("建筑");

@@ -1,5 +1,6 @@
 #include "SampleProject.h"
 #include "SampleTender.h"
+#include "TestFiles.h"
 #include "TestProject.h"
 
 #include "CJZZgclBusinessYN.h"
@@ -14,8 +15,6 @@
 #include "ZgClZsItem.h"
 
 #include <QProcess>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -58,6 +57,16 @@ private:
         return Imported;
     }
 
+    // "unit|code|name|model|unit|price|origin" of each material row.
+    static QString materialLine(int unit, const BaseDataItem* m)
+    {
+        return QStringLiteral("%1|%2|%3|%4|%5|%6|%7")
+            .arg(unit)
+            .arg(m->getValue(2).toString(), m->getValue(3).toString(), m->getValue(4).toString(),
+                 m->getValue(5).toString(), m->getValue(7).toString(), m->getValue(12).toString());
+    }
+
+    // The tender's provisional list stored for each unit project.
     static QStringList provisionalOf(ProjectWorks* project)
     {
         QStringList lines;
@@ -65,30 +74,22 @@ private:
             QList<ZgjClHzItem*> list;
             project->GetDwZbZgCl({project->projectIndex(), ProTreeNode::Id(unit)}, list);
             for (const ZgjClHzItem* m : list)
-                lines << QStringLiteral("%1|%2|%3|%4|%5|%6|%7")
-                             .arg(ProTreeNode::Id(unit))
-                             .arg(m->getValue(2).toString(), m->getValue(3).toString(),
-                                  m->getValue(4).toString(), m->getValue(5).toString(),
-                                  m->getValue(7).toString(), m->getValue(12).toString());
+                lines << materialLine(ProTreeNode::Id(unit), m);
         }
         return lines;
     }
 
+    // The bid's own provisional list of each unit project.
     static QStringList bidProvisionalOf(ProjectWorks* project)
     {
         QStringList lines;
-        for (ProTreeNode* unit : project->unitProjectNodes()) {
+        for (ProTreeNode* unit : project->unitProjectNodes())
             for (const BaseDataItem* m : project->works(0, ProTreeNode::Id(unit))
                                              ->getTenderInventory()
                                              ->getZgjClHzTable()
                                              ->items())
                 if (m->getKind() == 1)
-                    lines << QStringLiteral("%1|%2|%3|%4|%5|%6|%7")
-                                 .arg(ProTreeNode::Id(unit))
-                                 .arg(m->getValue(2).toString(), m->getValue(3).toString(),
-                                      m->getValue(4).toString(), m->getValue(5).toString(),
-                                      m->getValue(7).toString(), m->getValue(12).toString());
-        }
+                    lines << materialLine(ProTreeNode::Id(unit), m);
         return lines;
     }
 
@@ -236,11 +237,9 @@ private slots:
         // A file that does not fit, and one that cannot be read, leave the stored list be.
         QCOMPARE(import(sample, unfitting, &error), DoesNotFit);
         QCOMPARE(provisionalOf(sample), stored);
-        const QString broken = m_dir.filePath("broken.cjz");
-        QFile f(broken);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write("<TenderFile version=\"1.0\" kind=\"tender\"><Header/><Project><UnitProject");
-        f.close();
+        const QString broken = TestFiles::write(
+            m_dir.filePath("broken.cjz"),
+            "<TenderFile version=\"1.0\" kind=\"tender\"><Header/><Project><UnitProject");
         QCOMPARE(import(sample, broken, &error), Unreadable);
         QVERIFY2(error.startsWith("无法读取招标文件“broken.cjz”：文件不完整"), qPrintable(error));
         QCOMPARE(provisionalOf(sample), stored);
@@ -259,32 +258,18 @@ private slots:
 
         // A file of the previous version (no tender lists) still opens, without a tender list.
         const QString old = m_dir.filePath("old.tarvo");
-        QVERIFY(QFile::copy(file, old));
-        {
-            QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "old");
-            db.setDatabaseName(old);
-            QVERIFY(db.open());
-            QSqlQuery q(db);
-            QVERIFY(q.exec("DROP TABLE tender_list"));
-            QVERIFY(q.exec("DROP TABLE tender_row"));
-            QVERIFY(q.exec("UPDATE meta SET value='1' WHERE key='schema_version'"));
-            db.close();
-        }
-        QSqlDatabase::removeDatabase("old");
+        QCOMPARE(TestFiles::copyWithSql(file, old,
+                                        {"DROP TABLE tender_list", "DROP TABLE tender_row",
+                                         "UPDATE meta SET value='1' WHERE key='schema_version'"}),
+                 QString());
         std::unique_ptr<ProjectWorks> v1 = ProjectFile::Open(old, &error);
         QVERIFY2(v1, qPrintable(error));
         QVERIFY(!v1->HasGcZbZgCl());
 
         // Tender rows of a unit project the file does not have are damage.
-        QVERIFY(QFile::copy(file, m_dir.filePath("bad.tarvo")));
-        {
-            QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "bad");
-            db.setDatabaseName(m_dir.filePath("bad.tarvo"));
-            QVERIFY(db.open());
-            QVERIFY(QSqlQuery(db).exec("UPDATE tender_row SET node_id = 2 WHERE rowid = 1"));
-            db.close();
-        }
-        QSqlDatabase::removeDatabase("bad");
+        QCOMPARE(TestFiles::copyWithSql(file, m_dir.filePath("bad.tarvo"),
+                                        {"UPDATE tender_row SET node_id = 2 WHERE rowid = 1"}),
+                 QString());
         QVERIFY(!ProjectFile::Open(m_dir.filePath("bad.tarvo"), &error));
         QCOMPARE(error,
                  QString("无法打开工程文件“bad.tarvo”：文件已损坏（招标清单与工程结构不符）。"));

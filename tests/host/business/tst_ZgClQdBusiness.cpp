@@ -222,14 +222,8 @@ private slots:
                  int(ZgClQdBusiness::PriceDiffers | ZgClQdBusiness::OriginDiffers));
     }
 
-    void whichColumnsAreSetForEveryUnit()
+    void theQuantityIsTheListsOwn()
     {
-        QCOMPARE(ZgClQdBusiness::UnitFieldOf(2), 18);
-        for (int field : {7, 8, 11, 12, 13, 14, 15})
-            QCOMPARE(ZgClQdBusiness::UnitFieldOf(field), field);
-        for (int field : {1, 3, 4, 5, 6, 9, 10, 22, 30})
-            QCOMPARE(ZgClQdBusiness::UnitFieldOf(field), -1);
-        // The quantity is the list's own: the units keep theirs.
         BaseDataItem* a = line(p->current, "钢筋", "Φ12", "t", 4280, 10);
         ZgClQdBusiness::RegenerateZgjClHzb(root, nullptr, 100, 0);
         QVERIFY(ZgClQdBusiness::ProcColunmValueChanged(root, list, 0, 9, QString("12")));

@@ -1,3 +1,4 @@
+#include "Mutator.h"
 #include "TestProject.h"
 
 #include "GfSjQdTable.h"
@@ -36,39 +37,7 @@ private:
         QFile file(QStringLiteral(TEST_DATA_DIR "/fuzz/") + name);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
-
-    QByteArray mutate(QByteArray bytes)
-    {
-        static const char interesting[] = {'\0', '\x01', '\x7f', '\x80', '\xff', '"', '[', '{'};
-        const int changes = 1 + int(m_random.bounded(4));
-        for (int c = 0; c < changes && !bytes.isEmpty(); ++c) {
-            const int at = int(m_random.bounded(bytes.size()));
-            switch (m_random.bounded(6)) {
-            case 0:
-                bytes[at] = char(bytes.at(at) ^ (1 << m_random.bounded(8)));
-                break;
-            case 1:
-                bytes[at] = interesting[m_random.bounded(int(sizeof interesting))];
-                break;
-            case 2:
-                bytes.remove(at, 1 + int(m_random.bounded(16)));
-                break;
-            case 3:
-                bytes.insert(at, bytes.mid(int(m_random.bounded(bytes.size())), 16));
-                break;
-            case 4: { // a 32-bit size at a random place: huge, negative or zero
-                const quint32 sizes[] = {0x7fffffffu, 0xffffffffu, 0x80000000u, 0u, 65536u};
-                const quint32 v = sizes[m_random.bounded(5)];
-                bytes.replace(at, 4, QByteArray(reinterpret_cast<const char*>(&v), 4));
-                break;
-            }
-            default:
-                bytes.truncate(at);
-                break;
-            }
-        }
-        return bytes;
-    }
+    QByteArray mutate(const QByteArray& bytes) { return ::mutate(bytes, m_random, 4); }
 
 private slots:
     void projectFile()

@@ -1,12 +1,11 @@
 #include "SampleProject.h"
+#include "TestFiles.h"
 #include "TestProject.h"
 
 #include "DataManagement.h"
 #include "ProjectFile.h"
 #include "ProjectRegion.h"
 
-#include <QSqlDatabase>
-#include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -18,28 +17,6 @@ class tst_ProjectFile : public QObject
 private:
     QTemporaryDir m_dir;
     QString path(const QString& name) const { return m_dir.filePath(name); }
-
-    static void writeBytes(const QString& file, const QByteArray& bytes)
-    {
-        QFile f(file);
-        QVERIFY(f.open(QIODevice::WriteOnly));
-        f.write(bytes);
-    }
-
-    void editCopy(const QString& from, const QString& to, const QString& sql)
-    {
-        QFile::remove(path(to));
-        QVERIFY(QFile::copy(path(from), path(to)));
-        {
-            QSqlDatabase db =
-                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("edit"));
-            db.setDatabaseName(path(to));
-            QVERIFY(db.open());
-            QVERIFY(QSqlQuery(db).exec(sql));
-            db.close();
-        }
-        QSqlDatabase::removeDatabase(QStringLiteral("edit"));
-    }
 
 private slots:
     void roundTripKeepsEverything()
@@ -177,43 +154,26 @@ private slots:
     {
         QFETCH(QString, file);
         QFETCH(QString, reason);
-        writeBytes(path(QStringLiteral("text.tarvo")), "这不是工程文件\n");
-        {
-            QSqlDatabase db =
-                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("foreign"));
-            db.setDatabaseName(path(QStringLiteral("foreign.tarvo")));
-            QVERIFY(db.open());
-            QSqlQuery(db).exec(QStringLiteral("CREATE TABLE customers(id INTEGER, name TEXT)"));
-            db.close();
-        }
-        QSqlDatabase::removeDatabase(QStringLiteral("foreign"));
-
+        QVERIFY(!TestFiles::write(path("text.tarvo"), "这不是工程文件\n").isEmpty());
+        QCOMPARE(TestFiles::runSql(path("foreign.tarvo"),
+                                   {"CREATE TABLE IF NOT EXISTS customers(id INTEGER, name TEXT)"}),
+                 QString());
         TestProject p;
         for (int i = 0; i < 3000; ++i)
             TestProject::row(p.current->getRcjHzTable(), 1,
                              {{3, QStringLiteral("材料%1").arg(i)}, {9, i * 1.5}});
         QString error;
-        QVERIFY(ProjectFile::Save(p.project, path(QStringLiteral("newer.tarvo")), &error));
-        {
-            QSqlDatabase db =
-                QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("newer"));
-            db.setDatabaseName(path(QStringLiteral("newer.tarvo")));
-            QVERIFY(db.open());
-            QSqlQuery(db).exec(
-                QStringLiteral("UPDATE meta SET value='3' WHERE key='schema_version'"));
-            db.close();
-        }
-        QSqlDatabase::removeDatabase(QStringLiteral("newer"));
-        QVERIFY(ProjectFile::Save(p.project, path(QStringLiteral("whole.tarvo")), &error));
-        QFile whole(path(QStringLiteral("whole.tarvo")));
-        QVERIFY(whole.open(QIODevice::ReadOnly));
-        writeBytes(path(QStringLiteral("truncated.tarvo")),
-                   whole.readAll().left(int(whole.size() / 2)));
-
-        editCopy(QStringLiteral("whole.tarvo"), QStringLiteral("nosubmitted.tarvo"),
-                 QStringLiteral("DELETE FROM works WHERE audit=1"));
-        editCopy(QStringLiteral("whole.tarvo"), QStringLiteral("unannounced.tarvo"),
-                 QStringLiteral("UPDATE node SET submitted=0"));
+        QVERIFY(ProjectFile::Save(p.project, path("whole.tarvo"), &error));
+        const QString whole = path("whole.tarvo");
+        for (const auto& [name, sql] :
+             {std::pair{"newer.tarvo", "UPDATE meta SET value='3' WHERE key='schema_version'"},
+              std::pair{"nosubmitted.tarvo", "DELETE FROM works WHERE audit=1"},
+              std::pair{"unannounced.tarvo", "UPDATE node SET submitted=0"}})
+            QCOMPARE(TestFiles::copyWithSql(whole, path(name), {sql}), QString());
+        QFile wholeFile(whole);
+        QVERIFY(wholeFile.open(QIODevice::ReadOnly));
+        TestFiles::write(path("truncated.tarvo"),
+                         wholeFile.readAll().left(int(wholeFile.size() / 2)));
 
         // The project already open stays as it was.
         const int openCount = DataManagement::getInstance()->openProjects().size();
@@ -250,20 +210,6 @@ private slots:
         QCOMPARE(old->works(0, 3)->getRcjHzTable()->count(), 1);
         QCOMPARE(old->works(0, 3)->getRcjHzTable()->at(0)->getValue(3).toString(),
                  QStringLiteral("水泥"));
-    }
-
-    void fieldEncodingRoundTrips()
-    {
-        const QVector<QVariant> values = {
-            QVariant(), 3.25,       QStringLiteral("混凝土 C30"), true,
-            42,         QVariant(), QVariant(qint64(1) << 40),    -0.0001};
-        const QByteArray bytes = ProjectFile::encodeFields(RowFields::fromVector(values));
-        RowFields decoded;
-        QVERIFY(ProjectFile::decodeFields(bytes, decoded));
-        QCOMPARE(decoded.toVector(), values);
-        QByteArray cut = bytes;
-        cut.chop(3);
-        QVERIFY(!ProjectFile::decodeFields(cut, decoded));
     }
 };
 

@@ -201,6 +201,11 @@ private slots:
         QCOMPARE(decoded.value(4), QVariant(6.0));
         QCOMPARE(decoded.type(5), RowFields::Invalid);
 
+        // A cut encoding is refused, not read as far as it goes.
+        QByteArray cut = ProjectFile::encodeFields(RowFields::fromVector(values));
+        cut.chop(3);
+        QVERIFY(!ProjectFile::decodeFields(cut, decoded));
+
         // A field number past what the file can hold is not written.
         RowFields wide;
         wide.setBool(300, true);

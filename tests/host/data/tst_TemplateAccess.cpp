@@ -1,28 +1,19 @@
-#include "SampleProject.h"
+#include "TestFiles.h"
 #include "TestProject.h"
 
 #include "AuditBusiness.h"
-#include "JsonSchemaCheck.h"
 #include "TemplateAccess.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
 
-// Content-template files, the submitted-version relation, and the bundled sample's shape.
+// Content-template files and the submitted-version relation.
 class tst_TemplateAccess : public QObject
 {
     Q_OBJECT
 
 private:
     QTemporaryDir m_dir;
-
-    QString write(const QString& name, const QByteArray& text)
-    {
-        QFile file(m_dir.filePath(name));
-        file.open(QIODevice::WriteOnly);
-        file.write(text);
-        return file.fileName();
-    }
 
 private slots:
     void roundTripKeepsRowsKindsAndNotes()
@@ -87,37 +78,11 @@ private slots:
         GfSjQdTable table;
         TestProject::row(&table, 0, {{2, "原有"}});
         QString error;
-        QVERIFY(!TemplateAccess::ReadTemplateFile(write("t.gfqd", text), &table, GfSjQdTable::Type,
-                                                  &error));
+        QVERIFY(!TemplateAccess::ReadTemplateFile(TestFiles::write(m_dir.filePath("t.gfqd"), text),
+                                                  &table, GfSjQdTable::Type, &error));
         QVERIFY2(error.contains(reason), qPrintable(error));
         QVERIFY(error.contains("“t”"));
         QCOMPARE(table.count(), 1);
-    }
-
-    // Every configuration file the program ships validates against the schema of its kind.
-    void shippedFilesValidate()
-    {
-        const QDir app(qEnvironmentVariable("TARVO_APP_PATH"));
-        const struct
-        {
-            QString folder;
-            QStringList patterns;
-            QString kind;
-        } kinds[] = {{"Template/GCSZ", {"*.gfqd", "*.qtxm", "*.lxgz"}, "content-template"},
-                     {"Config/TableHeader", {"*.json"}, "table-header"}};
-        int checked = 0;
-        for (const auto& kind : kinds) {
-            for (const QFileInfo& info :
-                 QDir(app.filePath(kind.folder)).entryInfoList(kind.patterns, QDir::Files)) {
-                QFile file(info.filePath());
-                QVERIFY(file.open(QIODevice::ReadOnly));
-                QString problem;
-                QVERIFY2(JsonSchemaCheck::validate(file.readAll(), kind.kind, &problem),
-                         qPrintable(info.fileName() + ": " + problem));
-                ++checked;
-            }
-        }
-        QVERIFY(checked >= 15);
     }
 
     void submittedRelationMarksChangedAndAddedRows()
@@ -139,33 +104,6 @@ private slots:
         audit.SetTableSource(p.plain->getTenderInventory()->getGfSjQdTable());
         QVERIFY(!audit.submittedTable());
         QCOMPARE(audit.rowState(0), AuditBusiness::Same);
-    }
-
-    void sampleProjectHasWhatThePagesNeed()
-    {
-        std::unique_ptr<ProjectWorks> sample = BuildSampleProject();
-        const QList<ProTreeNode*> units = sample->unitProjectNodes();
-        QVERIFY(units.size() >= 5);
-        int withSubmitted = 0;
-        for (ProTreeNode* unit : units) {
-            withSubmitted += ProTreeNode::CheckWithSSVersion(unit) ? 1 : 0;
-            ConstructionWorks* works = sample->works(0, ProTreeNode::Id(unit));
-            QVERIFY(works->getRcjHzTable()->count() >= 40);
-            for (GeneralTableBase* table : works->getTenderInventory()->tables())
-                QVERIFY2(table->count() > 0, qPrintable(ProTreeNode::Name(unit)));
-        }
-        QCOMPARE(withSubmitted, 1);
-        // The same material (name, model, unit) with different adjusted prices across units.
-        QHash<QString, QSet<double>> prices;
-        for (ProTreeNode* unit : units)
-            for (BaseDataItem* m :
-                 sample->works(0, ProTreeNode::Id(unit))->getRcjHzTable()->items())
-                prices[m->getValue(3).toString() + '|' + m->getValue(4).toString() + '|' +
-                       m->getValue(5).toString()]
-                    << m->getDouble(7);
-        const int inconsistent = int(std::count_if(
-            prices.begin(), prices.end(), [](const QSet<double>& s) { return s.size() > 1; }));
-        QVERIFY(inconsistent > 10);
     }
 };
 

@@ -7,6 +7,7 @@
 #include "ExcelFixtures.h"
 #include "LibXLExcel.h"
 #include "LibXLExcelSheet.h"
+#include "Mutator.h"
 
 #include <QDir>
 #include <QRandomGenerator>
@@ -14,44 +15,6 @@
 #include <QtTest>
 
 using namespace ExcelFixtures;
-
-namespace {
-
-QByteArray mutate(QByteArray data, QRandomGenerator& random)
-{
-    const int edits = 1 + random.bounded(8);
-    for (int e = 0; e < edits && !data.isEmpty(); ++e) {
-        const int at = random.bounded(data.size());
-        switch (random.bounded(6)) {
-        case 0:
-            data[at] = char(random.bounded(256));
-            break;
-        case 1:
-            data[at] = char(data.at(at) ^ (1 << random.bounded(8)));
-            break;
-        case 2:
-            data.truncate(at);
-            break;
-        case 3:
-            data.insert(at, data.mid(random.bounded(data.size()), 1 + random.bounded(64)));
-            break;
-        case 4: {
-            // Extreme little-endian values where sizes and counts live.
-            static const char* const values[] = {"\xFF\xFF\xFF\x7F", "\x00\x00\x00\x00",
-                                                 "\xFF\xFF\x00\x00", "\x00\x01\x00\x00"};
-            const QByteArray value(values[random.bounded(4)], 4);
-            data.replace(at, qMin(4, int(data.size()) - at), value);
-            break;
-        }
-        default:
-            data.remove(at, 1 + random.bounded(16));
-            break;
-        }
-    }
-    return data;
-}
-
-} // namespace
 
 class tst_ExcelFuzz : public QObject
 {
@@ -143,7 +106,7 @@ private slots:
             QMap<QString, QByteArray> parts = seeds.at(i % seeds.size());
             const QStringList names = parts.keys();
             const QString target = names.at(random.bounded(names.size()));
-            parts[target] = mutate(parts.value(target), random);
+            parts[target] = mutate(parts.value(target), random, 8);
             if (random.bounded(10) == 0)
                 parts.remove(names.at(random.bounded(names.size())));
             const QString file = m_dir.filePath(QStringLiteral("m%1.xlsx").arg(i));
@@ -169,7 +132,7 @@ private slots:
         const QVector<QByteArray> streams = xlsStreams();
         QVERIFY(!streams.isEmpty());
         for (int i = 0; i < 500; ++i) {
-            const QByteArray stream = mutate(streams.at(i % streams.size()), random);
+            const QByteArray stream = mutate(streams.at(i % streams.size()), random, 8);
             const QString file = m_dir.filePath(QStringLiteral("m%1.xls").arg(i));
             QFile out(file);
             QVERIFY(out.open(QIODevice::WriteOnly));
@@ -198,7 +161,7 @@ private slots:
         for (int i = 0; i < 400; ++i) {
             const QByteArray& seed = seeds.at(i % seeds.size());
             // Keep the magic mostly intact so that the container readers are reached.
-            QByteArray bytes = mutate(seed.mid(8), random);
+            QByteArray bytes = mutate(seed.mid(8), random, 8);
             bytes.prepend(seed.left(8));
             const QString file = m_dir.filePath(
                 QStringLiteral("b%1.%2").arg(i).arg(seed.startsWith("PK") ? "xlsx" : "xls"));

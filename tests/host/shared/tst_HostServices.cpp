@@ -96,10 +96,6 @@ private slots:
         manager->ChangeMenuToDisable({"导出招投标CJZ", "导出竣工CJZ"});
         QVERIFY(!manager->isEnabled("导出竣工CJZ"));
         QCOMPARE(changed.count(), 3);
-        manager->SetComboItems("模板选择", {"甲", "乙"});
-        manager->SetComboText("模板选择", "乙");
-        QCOMPARE(manager->comboItems("模板选择"), QStringList({"甲", "乙"}));
-        QCOMPARE(manager->comboText("模板选择"), QString("乙"));
         manager->reset();
         QVERIFY(manager->isEnabled("插入行"));
     }

@@ -154,8 +154,6 @@ private slots:
         const HeaderConfig c = HeaderConfig::fromJson(file.readAll(), &error);
         QVERIFY2(c.isValid(), qPrintable(error));
         QCOMPARE(c.listName, list);
-        QCOMPARE(c.fontFamily, QString("SimSun"));
-        QCOMPARE(c.fontPointSize, 9);
         QCOMPARE(c.columns.first().field, 1);
         QCOMPARE(c.columns.first().title, QString("序号"));
         QSet<int> seen;

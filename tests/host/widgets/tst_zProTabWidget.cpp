@@ -136,16 +136,10 @@ private slots:
         QCOMPARE(arrangement.count(), 1);
     }
 
-    void readOnlyStateAndNamesOutOfRange()
+    void namesOutOfRange()
     {
         zProTabWidget tabs(4);
         fill(tabs);
-        QVERIFY(!tabs.IsReadOnlyState());
-        tabs.ChangeROState(true);
-        QVERIFY(tabs.IsReadOnlyState());
-        QVERIFY(tabs.styleSheet().contains("#7a7a7a"));
-        tabs.ChangeROState(false);
-        QVERIFY(!tabs.styleSheet().contains("#7a7a7a"));
         QCOMPARE(tabs.GetSysNameByIndex(7), QString());
         QCOMPARE(tabs.GetSysNameByIndex(-1), QString());
         QVERIFY(!tabs.contentWidget(7));
