@@ -3,13 +3,15 @@
 #include "TenderDocument.h"
 #include "TenderXmlReader.h"
 
-#include <QHash>
 #include <QIODevice>
 #include <QSet>
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstring>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,6 +23,18 @@ using Bytes = std::string_view;
 bool isSpace(char c)
 {
     return c == ' ' || c == '\n' || c == '\t' || c == '\r';
+}
+
+// Printable ASCII that means nothing special inside an attribute value.
+bool isPlain(char c)
+{
+    static const auto table = [] {
+        std::array<bool, 256> t{};
+        for (int c = 0x20; c < 0x7F; ++c)
+            t[size_t(c)] = c != '"' && c != '\'' && c != '<' && c != '&';
+        return t;
+    }();
+    return table[static_cast<unsigned char>(c)];
 }
 
 bool isNameStart(char c)
@@ -122,6 +136,88 @@ struct Attribute
     bool escaped = false; // holds entity or character references, tabs or line feeds
 };
 
+// One shared copy per distinct text, found by the bytes it is written as: a tender repeats its
+// names, models, units and origins from unit project to unit project. Open addressing over a
+// power-of-two table; the key bytes live in blocks the table owns.
+class TextTable
+{
+public:
+    static constexpr int MaxTexts = 1 << 20;
+
+    const QString* find(Bytes key, size_t hash) const
+    {
+        if (m_entries.empty())
+            return nullptr;
+        const size_t mask = m_entries.size() - 1;
+        for (size_t i = hash & mask;; i = (i + 1) & mask) {
+            const Entry& e = m_entries[i];
+            if (e.key.empty())
+                return nullptr;
+            if (e.hash == hash && e.key == key)
+                return &e.text;
+        }
+    }
+
+    // Keys are never empty; a full table keeps what it has.
+    void insert(Bytes key, size_t hash, const QString& text)
+    {
+        if (m_count >= MaxTexts)
+            return;
+        if (2 * (m_count + 1) > int(m_entries.size()))
+            rehash(m_entries.empty() ? 4096 : 2 * m_entries.size());
+        place(Entry{hash, store(key), text});
+        ++m_count;
+    }
+
+private:
+    struct Entry
+    {
+        size_t hash = 0;
+        Bytes key;
+        QString text;
+    };
+
+    void place(Entry&& entry)
+    {
+        const size_t mask = m_entries.size() - 1;
+        size_t i = entry.hash & mask;
+        while (!m_entries[i].key.empty())
+            i = (i + 1) & mask;
+        m_entries[i] = std::move(entry);
+    }
+
+    void rehash(size_t size)
+    {
+        std::vector<Entry> old(size);
+        old.swap(m_entries);
+        for (Entry& e : old)
+            if (!e.key.empty())
+                place(std::move(e));
+    }
+
+    Bytes store(Bytes key)
+    {
+        constexpr size_t BlockSize = 64 * 1024;
+        if (key.size() > m_left) {
+            const size_t size = std::max(BlockSize, key.size());
+            m_blocks.push_back(std::make_unique<char[]>(size));
+            m_next = m_blocks.back().get();
+            m_left = size;
+        }
+        std::memcpy(m_next, key.data(), key.size());
+        const Bytes stored(m_next, key.size());
+        m_next += key.size();
+        m_left -= key.size();
+        return stored;
+    }
+
+    std::vector<Entry> m_entries;
+    int m_count = 0;
+    std::vector<std::unique_ptr<char[]>> m_blocks;
+    char* m_next = nullptr;
+    size_t m_left = 0;
+};
+
 class FastParser
 {
 public:
@@ -166,7 +262,6 @@ private:
     static constexpr qsizetype MaxToken = qsizetype(1) << 20;
     static constexpr int MaxAttributes = 32;
     static constexpr int MaxDepth = 8;
-    static constexpr int MaxInternedTexts = 1 << 20;
 
     // Keeps the unread bytes and appends the next block; false at the end of the content or
     // when one token would need more than MaxToken bytes.
@@ -401,9 +496,11 @@ private:
             s = name(p, end, &a.name, &p);
             if (s != Ok)
                 return s;
-            for (int i = 0; i < m_attributeCount; ++i)
-                if (m_attributes[i].name == a.name)
+            for (int i = 0; i < m_attributeCount; ++i) {
+                const Bytes other = m_attributes[i].name;
+                if (other.size() == a.name.size() && other[0] == a.name[0] && other == a.name)
                     return Bad;
+            }
             while (p < end && isSpace(*p))
                 ++p;
             if (p == end)
@@ -448,6 +545,10 @@ private:
         const char* const begin = p;
         a->escaped = false;
         while (p < end) {
+            while (p < end && isPlain(*p))
+                ++p;
+            if (p == end)
+                break;
             const unsigned char c = static_cast<unsigned char>(*p);
             if (c >= 0x80) {
                 const int n = utf8Length(reinterpret_cast<const unsigned char*>(p),
@@ -562,33 +663,36 @@ private:
             *out = QString();
             return true;
         }
-        const QByteArray key = QByteArray::fromRawData(a.value.data(), int(a.value.size()));
-        const auto it = m_texts.constFind(key);
-        if (it != m_texts.cend()) {
-            *out = *it;
+        const size_t hash = std::hash<Bytes>()(a.value);
+        if (const QString* known = m_texts.find(a.value, hash)) {
+            *out = *known;
             return true;
         }
         if (!decode(a, out) || out->size() > TenderXmlReader::MaxTextLength)
             return false;
-        if (m_texts.size() < MaxInternedTexts)
-            m_texts.insert(QByteArray(a.value.data(), int(a.value.size())), *out);
+        m_texts.insert(a.value, hash, *out);
         return true;
     }
 
-    bool text(const char* name, QString* out)
+    bool text(const Attribute* a, QString* out)
     {
-        const Attribute* a = attribute(name);
         if (a)
             return text(*a, out);
         *out = QString();
         return true;
     }
 
-    // A plain decimal is read straight from the bytes; anything else as the thorough reader
-    // reads it.
+    bool text(const char* name, QString* out) { return text(attribute(name), out); }
+
     bool number(const char* name, std::optional<double>* out)
     {
-        const Attribute* a = attribute(name);
+        return number(attribute(name), out);
+    }
+
+    // A plain decimal is read straight from the bytes; anything else as the thorough reader
+    // reads it.
+    bool number(const Attribute* a, std::optional<double>* out)
+    {
         if (!a || a->value.empty()) {
             out->reset();
             return true;
@@ -624,6 +728,42 @@ private:
             return false;
         *out = d;
         return true;
+    }
+
+    enum MaterialAttribute {
+        Code,
+        Name,
+        Spec,
+        Unit,
+        Price,
+        Origin,
+        Manufacturer,
+        Variety,
+        Grade,
+        Remark,
+        Quantity,
+        Amount,
+        Serial,
+        MaterialAttributeCount
+    };
+    using MaterialAttributes = std::array<const Attribute*, MaterialAttributeCount>;
+
+    // A material's attributes in one pass over them: there are hundreds of thousands.
+    MaterialAttributes materialAttributes() const
+    {
+        static const Bytes names[MaterialAttributeCount] = {
+            "code",    "name",  "spec",   "unit",     "price",  "origin", "manufacturer",
+            "variety", "grade", "remark", "quantity", "amount", "serial"};
+        MaterialAttributes found{};
+        for (int i = 0; i < m_attributeCount; ++i) {
+            const Bytes name = m_attributes[i].name;
+            for (int f = 0; f < MaterialAttributeCount; ++f)
+                if (names[f].size() == name.size() && names[f][0] == name[0] && names[f] == name) {
+                    found[size_t(f)] = &m_attributes[i];
+                    break;
+                }
+        }
+        return found;
     }
 
     bool readHeader()
@@ -682,6 +822,8 @@ private:
             list = true;
             if (!number("total", &unit.provisionalTotal))
                 return false;
+            // Unit projects of one tender tend to have lists of like length.
+            unit.provisional.reserve(m_lastListSize);
             while (child()) {
                 if (m_name != "Material" ||
                     unit.provisional.size() >= TenderXmlReader::MaxMaterialsPerUnit ||
@@ -699,6 +841,8 @@ private:
             }
             if (!m_sure)
                 return false;
+            m_lastListSize = unit.provisional.size();
+            unit.provisional.squeeze();
         }
         if (!m_sure)
             return false;
@@ -716,12 +860,13 @@ private:
                 ++m_materials > TenderXmlReader::MaxMaterials)
                 return false;
             TenderEvaluatedMaterial m;
-            if (!text("serial", &m.serial) || !text("code", &m.code) || !text("name", &m.name) ||
-                !text("spec", &m.spec) || !text("unit", &m.unit) || !text("origin", &m.origin) ||
-                !text("manufacturer", &m.manufacturer) || !text("variety", &m.variety) ||
-                !text("grade", &m.grade) || !text("remark", &m.remark) ||
-                !number("price", &m.price) || !number("quantity", &m.quantity) ||
-                !number("amount", &m.amount) || m.name.trimmed().isEmpty() || !leaf())
+            const MaterialAttributes a = materialAttributes();
+            if (!text(a[Serial], &m.serial) || !text(a[Code], &m.code) || !text(a[Name], &m.name) ||
+                !text(a[Spec], &m.spec) || !text(a[Unit], &m.unit) || !text(a[Origin], &m.origin) ||
+                !text(a[Manufacturer], &m.manufacturer) || !text(a[Variety], &m.variety) ||
+                !text(a[Grade], &m.grade) || !text(a[Remark], &m.remark) ||
+                !number(a[Price], &m.price) || !number(a[Quantity], &m.quantity) ||
+                !number(a[Amount], &m.amount) || m.name.trimmed().isEmpty() || !leaf())
                 return false;
             m_doc->evaluated.append(std::move(m));
         }
@@ -744,9 +889,10 @@ private:
     std::string m_open[MaxDepth];
     int m_depth = 0;
     bool m_rootDone = false;
-    QHash<QByteArray, QString> m_texts;
+    TextTable m_texts;
     QSet<QString> m_unitIds;
     qint64 m_materials = 0;
+    int m_lastListSize = 0;
 };
 
 } // namespace
