@@ -86,23 +86,12 @@ int utf8Length(const unsigned char* p, const unsigned char* end)
     return n;
 }
 
+// Character references are rare: no need for an encoder of our own.
 void appendUtf8(std::string* out, char32_t c)
 {
-    if (c < 0x80) {
-        out->push_back(char(c));
-    } else if (c < 0x800) {
-        out->push_back(char(0xC0 | (c >> 6)));
-        out->push_back(char(0x80 | (c & 0x3F)));
-    } else if (c < 0x10000) {
-        out->push_back(char(0xE0 | (c >> 12)));
-        out->push_back(char(0x80 | ((c >> 6) & 0x3F)));
-        out->push_back(char(0x80 | (c & 0x3F)));
-    } else {
-        out->push_back(char(0xF0 | (c >> 18)));
-        out->push_back(char(0x80 | ((c >> 12) & 0x3F)));
-        out->push_back(char(0x80 | ((c >> 6) & 0x3F)));
-        out->push_back(char(0x80 | (c & 0x3F)));
-    }
+    const uint code = c;
+    const QByteArray utf8 = QString::fromUcs4(&code, 1).toUtf8();
+    out->append(utf8.constData(), size_t(utf8.size()));
 }
 
 // The value of a character reference's digits, when it names a character XML allows.
