@@ -46,9 +46,15 @@ bool CJZZgclBusinessYN::LoadDwgcZgclData(const QString& path, const QList<ProTre
     if (provisional) {
         if (!Fits())
             return true;
+        int count = 0;
+        for (const TenderSingleProject& single : m_document.singles)
+            for (const TenderUnitProject& unit : single.units)
+                count += unit.provisional.size();
+        m_rows.reserve(count);
         for (const TenderSingleProject& single : m_document.singles)
             for (const TenderUnitProject& unit : single.units) {
                 QList<ZgjClHzItem*>& list = materials[unit.id];
+                list.reserve(unit.provisional.size());
                 for (int i = 0; i < unit.provisional.size(); ++i) {
                     auto* row = new ZgjClHzItem;
                     TenderExchange::ToMaterialRow(unit.provisional.at(i), i + 1, row);
@@ -58,6 +64,7 @@ bool CJZZgclBusinessYN::LoadDwgcZgclData(const QString& path, const QList<ProTre
             }
     } else {
         QList<ZgjClHzItem*>& list = materials[QString()];
+        list.reserve(m_document.evaluated.size());
         for (const TenderEvaluatedMaterial& m : m_document.evaluated) {
             auto* row = new ZgjClHzItem;
             TenderExchange::ToEvaluatedRow(m, row);

@@ -11,16 +11,16 @@
 
 namespace {
 
-void put(BaseDataItem* row, int field, const QString& text)
+void put(RowFields& row, int field, const QString& text)
 {
     if (!text.isEmpty())
-        row->loadValue(field, text);
+        row.setText(field, text);
 }
 
-void put(BaseDataItem* row, int field, const std::optional<double>& value)
+void put(RowFields& row, int field, const std::optional<double>& value)
 {
     if (value)
-        row->loadValue(field, *value);
+        row.setDouble(field, *value);
 }
 
 // Texts go as they are: the file gives back what the list holds.
@@ -51,8 +51,9 @@ double cents(double value)
 
 // The fields the provisional and the evaluated rows share (the price goes in the adjusted
 // price, field 7).
-// From the last field down, so that a row's fields grow once, not field by field.
-template <class Material> void putMaterialFields(const Material& m, BaseDataItem* row)
+// From the last field down, so that a row's fields grow once, not field by field; straight
+// into the field storage, without a QVariant a field (a tender brings hundreds of thousands).
+template <class Material> void putMaterialFields(const Material& m, RowFields& row)
 {
     put(row, 15, m.remark);
     put(row, 14, m.grade);
@@ -89,9 +90,11 @@ template <class Material> void readMaterialFields(const BaseDataItem* row, Mater
 void TenderExchange::ToMaterialRow(const TenderMaterial& m, int serial, BaseDataItem* row)
 {
     row->loadState(1, false, 0, QString());
-    putMaterialFields(m, row);
-    put(row, 6, m.price);
-    row->loadValue(1, serial);
+    RowFields fields = row->rawValues();
+    putMaterialFields(m, fields);
+    put(fields, 6, m.price);
+    fields.setInteger(1, serial);
+    row->loadValues(std::move(fields));
 }
 
 TenderMaterial TenderExchange::FromMaterialRow(const BaseDataItem* row)
@@ -104,8 +107,10 @@ TenderMaterial TenderExchange::FromMaterialRow(const BaseDataItem* row)
 void TenderExchange::ToEvaluatedRow(const TenderEvaluatedMaterial& m, BaseDataItem* row)
 {
     row->loadState(1, false, 0, QString());
-    putMaterialFields(m, row);
-    put(row, 1, m.serial);
+    RowFields fields = row->rawValues();
+    putMaterialFields(m, fields);
+    put(fields, 1, m.serial);
+    row->loadValues(std::move(fields));
 }
 
 TenderEvaluatedMaterial TenderExchange::FromEvaluatedRow(const BaseDataItem* row)

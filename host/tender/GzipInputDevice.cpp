@@ -22,6 +22,7 @@ bool GzipInputDevice::open(OpenMode mode)
     m_initialised = true;
     m_finished = false;
     m_produced = 0;
+    m_limitExceeded = false;
     m_problem.clear();
     return QIODevice::open(mode);
 }
@@ -34,6 +35,15 @@ void GzipInputDevice::close()
     }
     if (isOpen())
         QIODevice::close();
+}
+
+bool GzipInputDevice::reset()
+{
+    if (!isOpen() || !m_source->reset())
+        return false;
+    const OpenMode mode = openMode();
+    close();
+    return open(mode);
 }
 
 bool GzipInputDevice::atEnd() const

@@ -17,6 +17,8 @@ public:
     void close() override;
     bool isSequential() const override { return true; }
     bool atEnd() const override;
+    // Starts inflating again from the start of the source, which must be able to seek.
+    bool reset() override;
 
     // Why reading stopped early: corrupt data, too much output; empty when it did not.
     QString problem() const { return m_problem; }

@@ -24,6 +24,8 @@ struct TenderMaterial
     QString remark;
     std::optional<double> quantity; // bid files carry quantities and amounts
     std::optional<double> amount;
+
+    bool operator==(const TenderMaterial&) const = default;
 };
 
 // One material subject to evaluation (需评审材料) of the project.
@@ -42,7 +44,13 @@ struct TenderEvaluatedMaterial
     std::optional<double> price;
     std::optional<double> quantity;
     std::optional<double> amount;
+
+    bool operator==(const TenderEvaluatedMaterial&) const = default;
 };
+
+// Lists of materials grow by moving their bytes, not by copying each string.
+Q_DECLARE_TYPEINFO(TenderMaterial, Q_MOVABLE_TYPE);
+Q_DECLARE_TYPEINFO(TenderEvaluatedMaterial, Q_MOVABLE_TYPE);
 
 struct TenderUnitProject
 {
@@ -50,7 +58,11 @@ struct TenderUnitProject
     QString name;
     std::optional<double> provisionalTotal;
     QVector<TenderMaterial> provisional;
+
+    bool operator==(const TenderUnitProject&) const = default;
 };
+
+Q_DECLARE_TYPEINFO(TenderUnitProject, Q_MOVABLE_TYPE);
 
 // A single project (单项工程). Unit projects directly below the construction project sit in
 // one with an empty id and name.
@@ -59,7 +71,11 @@ struct TenderSingleProject
     QString id;
     QString name;
     QVector<TenderUnitProject> units;
+
+    bool operator==(const TenderSingleProject&) const = default;
 };
+
+Q_DECLARE_TYPEINFO(TenderSingleProject, Q_MOVABLE_TYPE);
 
 struct TenderDocument
 {
@@ -85,6 +101,8 @@ struct TenderDocument
     QVector<TenderSingleProject> singles;
     std::optional<double> evaluatedTotal;
     QVector<TenderEvaluatedMaterial> evaluated;
+
+    bool operator==(const TenderDocument&) const = default;
 
     int unitProjectCount() const
     {

@@ -1,6 +1,7 @@
 #include "TenderXmlReader.h"
 
 #include "TenderDocument.h"
+#include "TenderXmlFastReader.h"
 
 #include <QSet>
 #include <QXmlStreamReader>
@@ -452,6 +453,20 @@ bool TenderXmlReader::canRead(const QByteArray& head) const
 }
 
 bool TenderXmlReader::read(QIODevice* device, TenderDocument* document, QString* problem)
+{
+    if (TenderXmlFastReader::Read(device, document))
+        return true;
+    // Whatever the quick reader was not sure of is read again from the start, thoroughly: that
+    // reading decides, and says what is wrong.
+    if (!device->reset()) {
+        if (problem)
+            *problem = L("文件读取失败");
+        return false;
+    }
+    return ReadThorough(device, document, problem);
+}
+
+bool TenderXmlReader::ReadThorough(QIODevice* device, TenderDocument* document, QString* problem)
 {
     *document = TenderDocument();
     Parser parser(device, document);
