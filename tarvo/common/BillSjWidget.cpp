@@ -210,9 +210,12 @@ void BillSjWidget::RefreshGrid()
     QHeaderView* rows = m_view->verticalHeader();
     const bool painting = rows->updatesEnabled();
     rows->setUpdatesEnabled(false);
+    const int minimum = rows->minimumSectionSize();
+    rows->setMinimumSectionSize(minimum);
     for (int row = 0; row < m_table->count(); ++row)
         if (const int height = m_table->at(row)->getRowHeight(); height > 0)
             rows->resizeSection(row, height);
+    rows->setMinimumSectionSize(-1);
     rows->setUpdatesEnabled(painting);
     m_view->viewport()->update();
 }
