@@ -1,5 +1,6 @@
 #include "MaterialSummary.h"
 
+#include "BaseDataItem.h"
 #include "ProgressSink.h"
 #include "ProjectWorks.h"
 
@@ -10,11 +11,30 @@
 #include <utility>
 #include <vector>
 
+namespace {
+
+// A field as text, as getValue(field).toString() gives it; a stored text is read from its
+// slot without a QVariant (a summary reads millions of them).
+QString textOf(const BaseDataItem* item, int field)
+{
+    const RowFields& values = item->rawValues();
+    return values.type(field) == RowFields::Text ? values.textAt(field)
+                                                 : item->getValue(field).toString();
+}
+
+bool flagOf(const BaseDataItem* item, int field)
+{
+    const RowFields& values = item->rawValues();
+    return values.type(field) == RowFields::Bool ? values.boolAt(field)
+                                                 : item->getValue(field).toBool();
+}
+
+} // namespace
+
 QString MaterialSummary::Key(const BaseDataItem* item)
 {
-    return item->getValue(3).toString().trimmed() + QChar(0x1F) +
-           item->getValue(4).toString().trimmed() + QChar(0x1F) +
-           item->getValue(5).toString().trimmed();
+    return textOf(item, 3).trimmed() + QChar(0x1F) + textOf(item, 4).trimmed() + QChar(0x1F) +
+           textOf(item, 5).trimmed();
 }
 
 namespace {
@@ -77,14 +97,14 @@ QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works,
         if (!unit)
             continue;
         for (const BaseDataItem* m : unit->getRcjHzTable()->items()) {
-            const bool provisional = m->getValue(11).toBool();
-            const QString origin = m->getValue(12).toString();
+            const bool provisional = flagOf(m, 11);
+            const QString origin = textOf(m, 12);
             Acc& acc = byKey[Key(m)];
             if (acc.entry.name.isEmpty()) {
-                acc.entry.code = m->getValue(1).toString();
-                acc.entry.name = m->getValue(3).toString().trimmed();
-                acc.entry.model = m->getValue(4).toString().trimmed();
-                acc.entry.unit = m->getValue(5).toString().trimmed();
+                acc.entry.code = textOf(m, 1);
+                acc.entry.name = textOf(m, 3).trimmed();
+                acc.entry.model = textOf(m, 4).trimmed();
+                acc.entry.unit = textOf(m, 5).trimmed();
                 acc.entry.origin = origin;
                 acc.entry.order = order++;
             }
