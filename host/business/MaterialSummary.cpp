@@ -79,16 +79,21 @@ private:
 QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works,
                                                       bool provisionalOnly, ProgressSink* progress)
 {
+    // What every line reads comes first, so that a line touches few cache lines; the hash
+    // holds only the key and the place of the material's sums.
     struct Acc
     {
-        Entry entry;
-        QuantityByPrice quantityByPrice;
         bool seen = false;
+        bool named = false;                   // the entry has its name
         bool provisional[2] = {false, false}; // met not provisional, met provisional
-        QString firstOrigin;
         bool originDiffers = false;
+        double quantity = 0;
+        QString firstOrigin;
+        QuantityByPrice quantityByPrice;
+        Entry entry;
     };
-    QHash<QString, Acc> byKey;
+    QHash<QString, int> byKey;
+    std::vector<Acc> sums;
     ProjectWorks* project = works ? works->getOwner() : nullptr;
     const QList<ProTreeNode*> units = project ? project->unitProjectNodes() : QList<ProTreeNode*>();
     int order = 0;
@@ -98,15 +103,25 @@ QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works,
             continue;
         for (const BaseDataItem* m : unit->getRcjHzTable()->items()) {
             const bool provisional = flagOf(m, 11);
-            const QString origin = textOf(m, 12);
-            Acc& acc = byKey[Key(m)];
-            if (acc.entry.name.isEmpty()) {
+            // The origin is compared on every line: a stored text is read in place.
+            QString otherOrigin;
+            const QString& origin = m->rawValues().type(12) == RowFields::Text
+                                        ? m->rawValues().textAt(12)
+                                        : (otherOrigin = textOf(m, 12));
+            int& place = byKey[Key(m)];
+            if (place == 0) {
+                sums.emplace_back();
+                place = int(sums.size());
+            }
+            Acc& acc = sums[std::size_t(place - 1)];
+            if (!acc.named) {
                 acc.entry.code = textOf(m, 1);
                 acc.entry.name = textOf(m, 3).trimmed();
                 acc.entry.model = textOf(m, 4).trimmed();
                 acc.entry.unit = textOf(m, 5).trimmed();
                 acc.entry.origin = origin;
                 acc.entry.order = order++;
+                acc.named = !acc.entry.name.isEmpty();
             }
             if (!acc.seen) {
                 acc.seen = true;
@@ -118,15 +133,15 @@ QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works,
             if (provisionalOnly && !provisional)
                 continue;
             const double quantity = m->getDouble(9);
-            acc.entry.quantity += quantity;
+            acc.quantity += quantity;
             acc.quantityByPrice.add(m->getDouble(7), quantity);
         }
         if (progress)
             progress->setValue(int(90.0 * (u + 1) / units.size()));
     }
     QList<Entry> entries;
-    entries.reserve(byKey.size());
-    for (Acc& acc : byKey) {
+    entries.reserve(int(sums.size()));
+    for (Acc& acc : sums) {
         if (acc.quantityByPrice.isEmpty())
             continue; // not provisional anywhere
         // The price of the largest quantity; of equal quantities, the highest price.
@@ -136,7 +151,7 @@ QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works,
                 best = quantity;
                 acc.entry.price = price;
             }
-        acc.entry.quantity = std::round(acc.entry.quantity * 1000.0) / 1000.0;
+        acc.entry.quantity = std::round(acc.quantity * 1000.0) / 1000.0;
         acc.entry.flags = (acc.quantityByPrice.size() > 1 ? PriceDiffers : 0) |
                           (acc.provisional[0] && acc.provisional[1] ? ProvisionalDiffers : 0) |
                           (acc.originDiffers ? OriginDiffers : 0);
