@@ -1,5 +1,6 @@
 #include "MaterialSummary.h"
 
+#include "BaseDataItem.h"
 #include "ProgressSink.h"
 #include "ProjectWorks.h"
 
@@ -10,11 +11,30 @@
 #include <utility>
 #include <vector>
 
+namespace {
+
+// A field as text, as getValue(field).toString() gives it; a stored text is read from its
+// slot without a QVariant (a summary reads millions of them).
+QString textOf(const BaseDataItem* item, int field)
+{
+    const RowFields& values = item->rawValues();
+    return values.type(field) == RowFields::Text ? values.textAt(field)
+                                                 : item->getValue(field).toString();
+}
+
+bool flagOf(const BaseDataItem* item, int field)
+{
+    const RowFields& values = item->rawValues();
+    return values.type(field) == RowFields::Bool ? values.boolAt(field)
+                                                 : item->getValue(field).toBool();
+}
+
+} // namespace
+
 QString MaterialSummary::Key(const BaseDataItem* item)
 {
-    return item->getValue(3).toString().trimmed() + QChar(0x1F) +
-           item->getValue(4).toString().trimmed() + QChar(0x1F) +
-           item->getValue(5).toString().trimmed();
+    return textOf(item, 3).trimmed() + QChar(0x1F) + textOf(item, 4).trimmed() + QChar(0x1F) +
+           textOf(item, 5).trimmed();
 }
 
 namespace {
@@ -59,16 +79,21 @@ private:
 QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works,
                                                       bool provisionalOnly, ProgressSink* progress)
 {
+    // What every line reads comes first, so that a line touches few cache lines; the hash
+    // holds only the key and the place of the material's sums.
     struct Acc
     {
-        Entry entry;
-        QuantityByPrice quantityByPrice;
         bool seen = false;
+        bool named = false;                   // the entry has its name
         bool provisional[2] = {false, false}; // met not provisional, met provisional
-        QString firstOrigin;
         bool originDiffers = false;
+        double quantity = 0;
+        QString firstOrigin;
+        QuantityByPrice quantityByPrice;
+        Entry entry;
     };
-    QHash<QString, Acc> byKey;
+    QHash<QString, int> byKey;
+    std::vector<Acc> sums;
     ProjectWorks* project = works ? works->getOwner() : nullptr;
     const QList<ProTreeNode*> units = project ? project->unitProjectNodes() : QList<ProTreeNode*>();
     int order = 0;
@@ -77,16 +102,26 @@ QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works,
         if (!unit)
             continue;
         for (const BaseDataItem* m : unit->getRcjHzTable()->items()) {
-            const bool provisional = m->getValue(11).toBool();
-            const QString origin = m->getValue(12).toString();
-            Acc& acc = byKey[Key(m)];
-            if (acc.entry.name.isEmpty()) {
-                acc.entry.code = m->getValue(1).toString();
-                acc.entry.name = m->getValue(3).toString().trimmed();
-                acc.entry.model = m->getValue(4).toString().trimmed();
-                acc.entry.unit = m->getValue(5).toString().trimmed();
+            const bool provisional = flagOf(m, 11);
+            // The origin is compared on every line: a stored text is read in place.
+            QString otherOrigin;
+            const QString& origin = m->rawValues().type(12) == RowFields::Text
+                                        ? m->rawValues().textAt(12)
+                                        : (otherOrigin = textOf(m, 12));
+            int& place = byKey[Key(m)];
+            if (place == 0) {
+                sums.emplace_back();
+                place = int(sums.size());
+            }
+            Acc& acc = sums[std::size_t(place - 1)];
+            if (!acc.named) {
+                acc.entry.code = textOf(m, 1);
+                acc.entry.name = textOf(m, 3).trimmed();
+                acc.entry.model = textOf(m, 4).trimmed();
+                acc.entry.unit = textOf(m, 5).trimmed();
                 acc.entry.origin = origin;
                 acc.entry.order = order++;
+                acc.named = !acc.entry.name.isEmpty();
             }
             if (!acc.seen) {
                 acc.seen = true;
@@ -98,15 +133,15 @@ QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works,
             if (provisionalOnly && !provisional)
                 continue;
             const double quantity = m->getDouble(9);
-            acc.entry.quantity += quantity;
+            acc.quantity += quantity;
             acc.quantityByPrice.add(m->getDouble(7), quantity);
         }
         if (progress)
             progress->setValue(int(90.0 * (u + 1) / units.size()));
     }
     QList<Entry> entries;
-    entries.reserve(byKey.size());
-    for (Acc& acc : byKey) {
+    entries.reserve(int(sums.size()));
+    for (Acc& acc : sums) {
         if (acc.quantityByPrice.isEmpty())
             continue; // not provisional anywhere
         // The price of the largest quantity; of equal quantities, the highest price.
@@ -116,7 +151,7 @@ QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works,
                 best = quantity;
                 acc.entry.price = price;
             }
-        acc.entry.quantity = std::round(acc.entry.quantity * 1000.0) / 1000.0;
+        acc.entry.quantity = std::round(acc.quantity * 1000.0) / 1000.0;
         acc.entry.flags = (acc.quantityByPrice.size() > 1 ? PriceDiffers : 0) |
                           (acc.provisional[0] && acc.provisional[1] ? ProvisionalDiffers : 0) |
                           (acc.originDiffers ? OriginDiffers : 0);

@@ -116,6 +116,32 @@ void putAll(GeneralTableBase* table, const std::vector<PresenceChange*>& puts)
     const QList<BaseDataItem*>& old = table->items();
     const int n = old.size();
     const int total = n + int(puts.size());
+    // Places that only rise (the undo of a removal of many rows, of a clear, a run of
+    // appends): a later put lands after every earlier one, so each row's place is its
+    // recorded one and the rows already there fill the gaps.
+    bool rising = true;
+    for (int j = 0, last = -1; j < int(puts.size()) && rising; ++j) {
+        const int place = qBound(0, puts[std::size_t(j)]->position(), n + j);
+        rising = place > last;
+        last = place;
+    }
+    if (rising) {
+        QList<BaseDataItem*> rows;
+        rows.reserve(total);
+        int next = 0;
+        for (int j = 0; j < int(puts.size()); ++j) {
+            PresenceChange* put = puts[std::size_t(j)];
+            const int place = qBound(0, put->position(), n + j);
+            while (rows.size() < place)
+                rows.append(old.at(next++));
+            rows.append(put->row());
+            put->setHeld(false);
+        }
+        while (next < n)
+            rows.append(old.at(next++));
+        table->reorder(rows);
+        return;
+    }
     std::vector<int> tree(std::size_t(total) + 1);
     for (int i = 1; i <= total; ++i)
         tree[std::size_t(i)] = i & -i; // every place free
@@ -157,6 +183,30 @@ void takeAll(GeneralTableBase* table, const std::vector<PresenceChange*>& takes)
         table->reorder({});
         return;
     }
+    // Places that only fall (a block removed last first, a run of inserts undone), each row
+    // still at its place: the rows go by their places, without looking them up.
+    const QList<BaseDataItem*>& items = table->items();
+    bool falling = true;
+    for (std::size_t j = 0, last = std::size_t(items.size()); j < takes.size() && falling; ++j) {
+        const std::size_t place = std::size_t(takes[j]->position());
+        falling = place < last && items.at(int(place)) == takes[j]->row();
+        last = place;
+    }
+    if (falling) {
+        QList<BaseDataItem*> rows;
+        rows.reserve(items.size() - int(takes.size()));
+        int next = 0;
+        for (auto it = takes.crbegin(); it != takes.crend(); ++it) {
+            while (next < (*it)->position())
+                rows.append(items.at(next++));
+            ++next;
+            (*it)->setHeld(true);
+        }
+        while (next < items.size())
+            rows.append(items.at(next++));
+        table->reorder(rows);
+        return;
+    }
     QSet<const BaseDataItem*> gone;
     gone.reserve(int(takes.size()));
     for (PresenceChange* take : takes) {
@@ -164,8 +214,8 @@ void takeAll(GeneralTableBase* table, const std::vector<PresenceChange*>& takes)
         take->setHeld(true);
     }
     QList<BaseDataItem*> rows;
-    rows.reserve(table->count());
-    for (BaseDataItem* item : table->items())
+    rows.reserve(items.size());
+    for (BaseDataItem* item : items)
         if (!gone.contains(item))
             rows.append(item);
     table->reorder(rows);

@@ -204,15 +204,19 @@ void BillSjWidget::RefreshGrid()
     m_model->resetModel();
     // Rows the user gave a height keep it. While the header does not paint, a resize does not
     // ask for the section's place, which would lay out every section again: the heights of a
-    // long list are then set in one pass.
+    // long list are then set in one pass. Each resize also asks for the least height, which
+    // the header works out from its font unless one is set: it is set for the pass.
     if (!m_table)
         return;
     QHeaderView* rows = m_view->verticalHeader();
     const bool painting = rows->updatesEnabled();
     rows->setUpdatesEnabled(false);
+    const int minimum = rows->minimumSectionSize();
+    rows->setMinimumSectionSize(minimum);
     for (int row = 0; row < m_table->count(); ++row)
         if (const int height = m_table->at(row)->getRowHeight(); height > 0)
             rows->resizeSection(row, height);
+    rows->setMinimumSectionSize(-1);
     rows->setUpdatesEnabled(painting);
     m_view->viewport()->update();
 }

@@ -5,6 +5,8 @@
 #include <QRandomGenerator>
 #include <QUndoStack>
 #include <QtTest>
+
+#include <functional>
 #include <stdexcept>
 
 // The undo journal: every change inside a record comes back exactly, one record per action.
@@ -152,6 +154,38 @@ private slots:
         } // left without commit: rolled back
         QCOMPARE(t->items(), kept);
         QCOMPARE(control()->undoStack()->count(), 0);
+    }
+
+    // Runs of inserts whose places rise (every other row, appends), and one whose places do
+    // not (each at the front), come back in their order after undo and redo.
+    void risingAndFallingRunsOfInserts()
+    {
+        TestProject p;
+        QtXmQdHzTable* t = p.current->getTenderInventory()->getQtXmQdHzTable();
+        for (int i = 0; i < 100; ++i)
+            TestProject::row(t, 0, {{2, QStringLiteral("r%1").arg(i)}});
+        const std::function<int(int)> places[] = {[](int i) { return 2 * i + 1; },
+                                                  [t](int) { return t->count(); },
+                                                  [](int) { return 0; }};
+        for (const auto& place : places) {
+            const QList<BaseDataItem*> before = t->items();
+            control()->BeginRecord();
+            for (int i = 0; i < 40; ++i) {
+                BaseDataItem* item = t->CreateItem();
+                item->loadValue(2, QStringLiteral("n%1").arg(i));
+                t->BaseDataItemInsert(place(i), item);
+            }
+            control()->EndRecord(info(QStringLiteral("插入")));
+            const QList<BaseDataItem*> after = t->items();
+            QCOMPARE(after.size(), before.size() + 40);
+            undoAndRedoTwice(t, before, after);
+            if (QTest::currentTestFailed())
+                return;
+        }
+        QCOMPARE(names(t).mid(0, 4), QStringList({QStringLiteral("n39"), QStringLiteral("n38"),
+                                                  QStringLiteral("n37"), QStringLiteral("n36")}));
+        QCOMPARE(names(t).mid(40, 4), QStringList({QStringLiteral("r0"), QStringLiteral("n0"),
+                                                   QStringLiteral("r1"), QStringLiteral("n1")}));
     }
 
     // Rows removed in one pass leave the table as removing them one by one, last first,

@@ -3,6 +3,7 @@
 #include "HostIds.h"
 #include "MaterialGridRules.h"
 #include "ProjectFile.h"
+#include "UnitProjectCalc.h"
 #include "VXParseAlg.h"
 #include "ZbrClGzfQd/ZbrClGzfQdWidget.h"
 #include "ZbrClGzfQdBusiness.h"
@@ -52,7 +53,9 @@ private:
         return best;
     }
 
-    static void checkGrowth(const char* what, const Run& prepare)
+    // `limit`, when given, is the ratio allowed instead (an operation that must not grow
+    // with the rows at all).
+    static void checkGrowth(const char* what, const Run& prepare, double limit = 0)
     {
         const double small = qMax(least(prepare, Small), 50e-6); // below that, only noise
         const double large = least(prepare, Small * 10);
@@ -62,7 +65,7 @@ private:
                                    " ms at " + QByteArray::number(Small) + " rows, " +
                                    QByteArray::number(large * 1e3) + " ms at ten times as many";
         qInfo("%s", message.constData());
-        QVERIFY2(ratio <= 3 * nLogN, message.constData());
+        QVERIFY2(ratio <= (limit > 0 ? limit : 3 * nLogN), message.constData());
     }
 
     // A materials list of `rows` rows and its total row, every third row with its own height,
@@ -136,7 +139,9 @@ private slots:
             page.reset();
             p.reset();
             p = std::make_unique<TestProject>();
-            fillList(*p, rows);
+            // Calculated, as opening a project leaves it: an edit then moves its row and
+            // the total by the difference, whatever the length of the list.
+            UnitProjectCalc::RecalculateOwner(fillList(*p, rows));
             page = std::make_unique<ZbrClGzfQdWidget>();
             page->resize(1000, 600);
             return std::function<void()>([&] {
@@ -185,22 +190,27 @@ private slots:
             });
         });
         std::unique_ptr<ZbrClGzfQdWidget> page;
-        checkGrowth("cell edit", [&](int rows) {
-            page.reset();
-            p.reset();
-            RURecordControl::GetInstance()->ForgetHistory();
-            p = std::make_unique<TestProject>();
-            fillList(*p, rows);
-            page = std::make_unique<ZbrClGzfQdWidget>();
-            QVariant unit = node(*p, 3);
-            page->ProcMsg(MsgId::NodeClicked, &unit);
-            return std::function<void()>([&, rows] {
-                auto* grid = static_cast<BillSjWidget*>(page->sjWidget());
-                const QModelIndex cell =
-                    grid->model()->index(rows / 2, grid->view()->columnOfField(7));
-                QVERIFY(grid->model()->setData(cell, QStringLiteral("123"), Qt::EditRole));
-            });
-        });
+        checkGrowth(
+            "cell edit",
+            [&](int rows) {
+                page.reset();
+                p.reset();
+                RURecordControl::GetInstance()->ForgetHistory();
+                p = std::make_unique<TestProject>();
+                // Calculated, as opening a project leaves it: an edit then moves its row and
+                // the total by the difference, whatever the length of the list.
+                UnitProjectCalc::RecalculateOwner(fillList(*p, rows));
+                page = std::make_unique<ZbrClGzfQdWidget>();
+                QVariant unit = node(*p, 3);
+                page->ProcMsg(MsgId::NodeClicked, &unit);
+                return std::function<void()>([&, rows] {
+                    auto* grid = static_cast<BillSjWidget*>(page->sjWidget());
+                    const QModelIndex cell =
+                        grid->model()->index(rows / 2, grid->view()->columnOfField(7));
+                    QVERIFY(grid->model()->setData(cell, QStringLiteral("123"), Qt::EditRole));
+                });
+            },
+            4); // linear would be 10
         page.reset();
         checkGrowth("summary", [&](int rows) {
             p.reset();
