@@ -147,20 +147,19 @@ bool BiffBookWriter::setRow(int sheet, int row, double height)
 
 int BiffBookWriter::fontIndex(const ExcelFont& font)
 {
-    const bool isDefault =
-        (font.family.isEmpty() || font.family == QString::fromUtf8(DefaultFontFamily)) &&
-        (font.pointSize <= 0 || font.pointSize == DefaultFontSize) && !font.bold && !font.italic;
+    static const QString defaultFamily = QString::fromUtf8(DefaultFontFamily);
+    const bool isDefault = (font.family.isEmpty() || font.family == defaultFamily) &&
+                           (font.pointSize <= 0 || font.pointSize == DefaultFontSize) &&
+                           !font.bold && !font.italic;
     if (isDefault)
         return 0;
-    const QString key = font.family + QLatin1Char('\x1f') + QString::number(font.pointSize) +
-                        QLatin1Char(font.bold ? 'b' : '-') + QLatin1Char(font.italic ? 'i' : '-');
-    auto found = m_fontIndex.constFind(key);
+    auto found = m_fontIndex.constFind(font);
     if (found != m_fontIndex.constEnd())
         return found.value();
     m_fonts.append(font);
     // Font index 4 does not exist in BIFF: the fifth record is font 5.
     const int index = 4 + m_fonts.size();
-    m_fontIndex.insert(key, index);
+    m_fontIndex.insert(font, index);
     return index;
 }
 

@@ -50,7 +50,7 @@ private:
 
     QVector<Sheet> m_sheets;
     QVector<ExcelFont> m_fonts; // beyond the four default ones
-    QHash<QString, int> m_fontIndex;
+    QHash<ExcelFont, int> m_fontIndex;
     QVector<QPair<int, quint8>> m_xfs; // font record index, alignment byte
     QHash<quint32, int> m_xfIndex;
     QVector<QString> m_strings;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QString>
 
 class QFont;
@@ -19,3 +20,10 @@ struct ExcelFont
                italic == other.italic;
     }
 };
+
+// Writers keep one cell format per distinct font: this keys them without building a text.
+inline uint qHash(const ExcelFont& font, uint seed = 0)
+{
+    return qHash(font.family, seed) ^ qHash(font.pointSize, seed) ^
+           (uint(font.bold) << 1 | uint(font.italic));
+}

@@ -80,10 +80,7 @@ lxw_format* XlsxBookWriter::formatFor(const ExcelFont& font, int alignment)
 {
     if (m_lastFormat && alignment == m_lastAlignment && font == m_lastFont)
         return m_lastFormat;
-    const QString key = font.family + QLatin1Char('\x1f') + QString::number(font.pointSize) +
-                        QLatin1Char(font.bold ? 'b' : '-') + QLatin1Char(font.italic ? 'i' : '-') +
-                        QString::number(alignment);
-    lxw_format*& format = m_formats[key];
+    lxw_format*& format = m_formats[qMakePair(font, alignment)];
     if (!format) {
         format = workbook_add_format(m_book);
         // The default font is the one Chinese editions of the spreadsheet programs start with,

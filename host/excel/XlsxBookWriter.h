@@ -33,7 +33,7 @@ private:
     QString m_tempFile;
     lxw_workbook* m_book = nullptr;
     QVector<lxw_worksheet*> m_sheets;
-    QHash<QString, lxw_format*> m_formats;
+    QHash<QPair<ExcelFont, int>, lxw_format*> m_formats; // by font and alignment
     // The last format asked for: a column of cells usually shares one.
     ExcelFont m_lastFont;
     int m_lastAlignment = -1;

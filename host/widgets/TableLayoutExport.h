@@ -20,7 +20,7 @@ public:
     // Fills a new sheet of the book from the description.
     static bool Fill(const QJsonObject& layout, LibXLExcel& book, double screenFactor,
                      QString* error);
-    // Makes the book of the path's kind, fills it and saves it.
-    static bool Save(const QJsonObject& layout, const QString& path, double screenFactor,
-                     QString* error);
+    // Makes the book of the path's kind, fills it and saves it. Given the description as a
+    // temporary (or moved), each row's memory is let go once the row is in the book.
+    static bool Save(QJsonObject layout, const QString& path, double screenFactor, QString* error);
 };

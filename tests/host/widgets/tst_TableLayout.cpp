@@ -124,6 +124,22 @@ private slots:
             QCOMPARE(row.toObject().keys(), keys);
         QCOMPARE(rows[2].toObject()["1-font"].toObject()["font-size"].toInt(), 9);
         QCOMPARE(rows[2].toObject()["1"].toString(), QString("材料2"));
+        // Rows are made from one another's pattern: nothing of a row leaks into the next.
+        m_model->item(1, 4)->setText(QString());
+        m_model->item(1, 4)->setFont(QFont("Arial", 12));
+        m_model->item(1, 4)->setTextAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+        m_model->item(2, 0)->setFont(QFont("Arial", 12));
+        const QJsonArray again = TableLayout::Describe(m_view)["Table"].toArray();
+        QCOMPARE(again[1].toObject()["4"].toString(), QString());
+        QCOMPARE(again[1].toObject()["4-alignment"].toInt(), int(Qt::AlignLeft | Qt::AlignVCenter));
+        QCOMPARE(again[1].toObject()["4-font"].toObject()["family"].toString(), QString("Arial"));
+        QCOMPARE(again[1].toObject()["1-font"].toObject()["bold"].toBool(), true);
+        QCOMPARE(again[2].toObject()["4"].toString(), QString("4282.50"));
+        QCOMPARE(again[2].toObject()["4-alignment"].toInt(),
+                 int(Qt::AlignRight | Qt::AlignVCenter));
+        QCOMPARE(again[2].toObject()["4-font"].toObject()["family"].toString(), QString("SimSun"));
+        QCOMPARE(again[2].toObject()["0-font"].toObject()["family"].toString(), QString("Arial"));
+        QCOMPARE(again[2].toObject()["1-font"].toObject()["bold"].toBool(), false);
 
         // A hidden row is left out and the rows after it count on.
         m_view->setRowHidden(1, true);
@@ -210,6 +226,46 @@ print(json.dumps([s['A2'].value, s['B2'].value, s['A4'].value, c.value, c.font.n
         QCOMPARE(dump.exitCode(), 0);
         const QString dumped = QString::fromUtf8(dump.readAllStandardOutput());
         QVERIFY2(dumped.contains("招标编码") && dumped.contains("    ZG001-1"), qPrintable(dumped));
+    }
+
+    // A large list is written while its description is let go row by row; every row still
+    // arrives, in order, and a description the caller keeps is left whole.
+    void largeListArrivesWhole()
+    {
+        const int rows = 10050;
+        QStandardItemModel model(rows, 2);
+        for (int r = 0; r < rows; ++r) {
+            model.setItem(r, 0, new QStandardItem(QString("ZG%1").arg(r)));
+            model.setItem(r, 1, new QStandardItem(QString("材料%1").arg(r)));
+        }
+        model.item(rows - 1, 1)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        QTableView view;
+        view.setModel(&model);
+        view.setRowHidden(5, true);
+        const QJsonObject kept = TableLayout::Describe(&view);
+        const QString path = m_dir.filePath("large.xlsx");
+        QString error;
+        QVERIFY2(TableLayoutExport::Save(kept, path, 1.0, &error), qPrintable(error));
+        QCOMPARE(kept["Table"].toArray().size(), rows - 1);
+        QCOMPARE(kept["Table"].toArray().last().toObject()["1"].toString(),
+                 QString("材料%1").arg(rows - 1));
+        QVERIFY2(TableLayoutExport::Save(TableLayout::Describe(&view), path, 1.0, &error),
+                 qPrintable(error));
+        LibXLExcel book;
+        QVERIFY2(book.Open(path), qPrintable(book.ErrorMessage()));
+        LibXLExcelSheet* s = book.GetSheet(0);
+        QCOMPARE(s->RowCount(), rows + 1); // empty row 0, header, the shown rows
+        QCOMPARE(s->GetCellText(2, 0), QString("ZG0"));
+        QCOMPARE(s->GetCellText(7, 0), QString("ZG6")); // the hidden row 5 is left out
+        QCOMPARE(s->GetCellText(rows, 1), QString("材料%1").arg(rows - 1));
+        const QString out = python(QStringLiteral(R"PY(
+import openpyxl
+s = openpyxl.load_workbook('%1').worksheets[0]
+print(s.max_row, s.cell(%2, 2).value, s.cell(%2, 2).alignment.horizontal)
+)PY")
+                                       .arg(path)
+                                       .arg(rows + 1));
+        QCOMPARE(out, QString("%1 材料%2 right").arg(rows + 1).arg(rows - 1));
     }
 };
 
