@@ -15,6 +15,7 @@
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 
+#include <cmath>
 #include <memory>
 
 namespace {
@@ -67,8 +68,10 @@ const rapidjson::SchemaDocument* schemaOf(const QString& kind)
 }
 
 // Refuses what the validator and Qt's JSON reader would handle badly, walking without
-// recursion: nesting deeper than 64 (the validator recurses) and a key twice in one object
-// (Qt silently keeps the last, and leaks the first).
+// recursion: nesting deeper than 64 (the validator recurses), a key twice in one object (Qt
+// silently keeps the last, and leaks the first) and a number beyond ±9×10¹⁸ (the validator
+// converts every number to a 64-bit integer to compare it with a list of allowed values; no
+// setting comes near that size).
 bool checkShape(const rapidjson::Value& root, QString* problem)
 {
     struct Entry
@@ -82,6 +85,12 @@ bool checkShape(const rapidjson::Value& root, QString* problem)
         const Entry entry = stack.takeLast();
         if (entry.depth > 64) {
             *problem = QStringLiteral("嵌套超过64层");
+            return false;
+        }
+        if (entry.value->IsDouble() && !(std::fabs(entry.value->GetDouble()) < 9e18)) {
+            *problem = QStringLiteral("%1 的值 %2 超出范围")
+                           .arg(entry.pointer.isEmpty() ? QStringLiteral("/") : entry.pointer,
+                                shown(entry.value));
             return false;
         }
         if (entry.value->IsArray()) {

@@ -105,6 +105,9 @@ private slots:
             {R"({"groups": [{"title": "a", "items": [], "items": []}]})", "ribbon",
              "/groups/0 中的键“items”出现了两次"},
             {R"({"AreaVer": "A", "AreaVer": "B"})", "settings", "/ 中的键“AreaVer”出现了两次"},
+            // A number no setting can take, which the validator cannot convert to compare.
+            {R"({"columns": [{"field": 1, "align": 99992E16}]})", "table-header",
+             "/columns/0/align 的值 999920000000000000000.0 超出范围"},
         };
         for (const auto& [json, kind, expected] : cases) {
             QString problem;
