@@ -39,6 +39,30 @@ QString MaterialSummary::Key(const BaseDataItem* item)
 
 namespace {
 
+// The same identity as Key(), held as its three trimmed texts: looking a line up builds no
+// joined text. The texts mostly need no trimming and are then shared, not copied.
+struct LineKey
+{
+    QString name;
+    QString model;
+    QString unit;
+
+    explicit LineKey(const BaseDataItem* item)
+        : name(textOf(item, 3).trimmed()), model(textOf(item, 4).trimmed()),
+          unit(textOf(item, 5).trimmed())
+    {
+    }
+    bool operator==(const LineKey& other) const
+    {
+        return name == other.name && model == other.model && unit == other.unit;
+    }
+};
+
+uint qHash(const LineKey& key, uint seed = 0)
+{
+    return qHash(key.unit, qHash(key.model, qHash(key.name, seed)));
+}
+
 // The quantity of a material at each price it is priced at. A material is priced at one or
 // a few prices: they are searched in a short list, and only a material priced many ways
 // gets an index.
@@ -92,7 +116,7 @@ QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works,
         QuantityByPrice quantityByPrice;
         Entry entry;
     };
-    QHash<QString, int> byKey;
+    QHash<LineKey, int> byKey;
     std::vector<Acc> sums;
     ProjectWorks* project = works ? works->getOwner() : nullptr;
     const QList<ProTreeNode*> units = project ? project->unitProjectNodes() : QList<ProTreeNode*>();
@@ -108,7 +132,8 @@ QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works,
             const QString& origin = m->rawValues().type(12) == RowFields::Text
                                         ? m->rawValues().textAt(12)
                                         : (otherOrigin = textOf(m, 12));
-            int& place = byKey[Key(m)];
+            LineKey key(m);
+            int& place = byKey[key];
             if (place == 0) {
                 sums.emplace_back();
                 place = int(sums.size());
@@ -116,9 +141,9 @@ QList<MaterialSummary::Entry> MaterialSummary::Gather(ConstructionWorks* works,
             Acc& acc = sums[std::size_t(place - 1)];
             if (!acc.named) {
                 acc.entry.code = textOf(m, 1);
-                acc.entry.name = textOf(m, 3).trimmed();
-                acc.entry.model = textOf(m, 4).trimmed();
-                acc.entry.unit = textOf(m, 5).trimmed();
+                acc.entry.name = key.name;
+                acc.entry.model = key.model;
+                acc.entry.unit = key.unit;
                 acc.entry.origin = origin;
                 acc.entry.order = order++;
                 acc.named = !acc.entry.name.isEmpty();
