@@ -5,6 +5,7 @@
 #include "FyBlBusiness.h"
 #include "GfQdBusiness.h"
 #include "LxGzXmQdJJjbBusiness.h"
+#include "MaterialSummary.h"
 #include "QtXmQdJJjbBusiness.h"
 #include "SharedInterface.h"
 #include "VXParseAlg.h"
@@ -23,6 +24,39 @@ class tst_Business : public QObject
     Q_OBJECT
 
 private slots:
+    // A material is its name, model (规格型号) and unit, each without surrounding blanks: the
+    // same three in two unit projects are one material, another unit is another material.
+    void summaryGroupsByNameModelAndUnit()
+    {
+        TestProject p;
+        auto line = [](ConstructionWorks* unit, const char* name, const char* model,
+                       const char* measure, double price, double quantity) {
+            TestProject::row(unit->getRcjHzTable(), 0,
+                             {{3, QString::fromUtf8(name)},
+                              {4, QString::fromUtf8(model)},
+                              {5, QString::fromUtf8(measure)},
+                              {7, price},
+                              {9, quantity}});
+        };
+        line(p.current, "钢筋", "HRB400", "t", 4000, 2);
+        line(p.current, "水泥", "P.O 42.5", "t", 450, 10);
+        line(p.plain, " 钢筋 ", "HRB400 ", "t", 4000, 3);
+        line(p.plain, "钢筋", "HRB400", "kg", 4, 500);
+        line(p.plain, "水泥", "P.O 42.5", "t", 460, 4);
+        const QList<MaterialSummary::Entry> entries =
+            MaterialSummary::Gather(p.current, false, nullptr);
+        QCOMPARE(entries.size(), 3);
+        QCOMPARE(entries.at(0).name + entries.at(0).model + entries.at(0).unit,
+                 QString("钢筋HRB400t"));
+        QCOMPARE(entries.at(0).quantity, 5.0);
+        QCOMPARE(entries.at(0).flags & MaterialSummary::PriceDiffers, 0);
+        QCOMPARE(entries.at(1).quantity, 14.0);
+        QCOMPARE(entries.at(1).price, 450.0); // the price of the larger quantity
+        QVERIFY(entries.at(1).flags & MaterialSummary::PriceDiffers);
+        QCOMPARE(entries.at(2).unit, QString("kg"));
+        QCOMPARE(entries.at(2).quantity, 500.0);
+    }
+
     void expressionsWithChineseNamesAndFullWidthText()
     {
         const QHash<QString, double> vars = {{"分部分项工程费", 200000.0}, {"措施项目费", 30000.0}};
