@@ -259,6 +259,15 @@ DbZbZgClItem* MatchDialogBase::currentRecord() const
     return index.isValid() && model ? model->record(index.row()) : nullptr;
 }
 
+DbZbZgClItem* MatchDialogBase::currentTenderRow(const QString& text)
+{
+    DbZbZgClItem* record = currentRecord();
+    if (record && record->IsZbRow())
+        return record;
+    showInformation(this, QStringLiteral("操作提示"), text);
+    return nullptr;
+}
+
 void MatchDialogBase::selectRecord(const DbZbZgClItem* record)
 {
     DbZbZgClModel* model = gridModel();

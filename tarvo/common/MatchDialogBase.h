@@ -45,6 +45,9 @@ public:
     bool isModified() const { return m_modified; }
     // The record under the grid's cursor, or null.
     DbZbZgClItem* currentRecord() const;
+    // The record under the cursor when it is a tender row; otherwise text is shown (titled
+    // "操作提示") and null is given.
+    DbZbZgClItem* currentTenderRow(const QString& text);
     void selectRecord(const DbZbZgClItem* record);
 
 public slots:

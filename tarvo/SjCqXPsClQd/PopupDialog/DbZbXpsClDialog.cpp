@@ -125,6 +125,14 @@ void DbZbXpsClDialog::recount()
     showCount(matched, unmatched);
 }
 
+void DbZbXpsClDialog::pairsChanged()
+{
+    SjCqXPsClBusiness::RefreshXpsTbOnlyRows(m_records, m_tbCl, m_tbOnly);
+    setModified(true);
+    refreshGrid();
+    recount();
+}
+
 void DbZbXpsClDialog::slotHzClAndMatch()
 {
     TARVO_GUARD("SjCqXPsClQd\\PopupDialog\\DbZbXpsClDialog", "DbZbXpsClDialog::slotHzClAndMatch")
@@ -221,12 +229,9 @@ void DbZbXpsClDialog::slotBtnMakeApair()
 {
     TARVO_GUARD("SjCqXPsClQd\\PopupDialog\\DbZbXpsClDialog", "DbZbXpsClDialog::slotBtnMakeApair")
     {
-        DbZbZgClItem* record = currentRecord();
-        if (!record || !record->IsZbRow()) {
-            showInformation(this, QStringLiteral("操作提示"),
-                            QStringLiteral("请选择有效的招标材料行!"));
+        DbZbZgClItem* record = currentTenderRow(QStringLiteral("请选择有效的招标材料行!"));
+        if (!record)
             return;
-        }
         const QModelIndex index = m_allView->currentIndex();
         SjCqXPsClItem* material = index.isValid() ? m_allModel->xpsMaterial(index.row()) : nullptr;
         if (!material) {
@@ -241,10 +246,7 @@ void DbZbXpsClDialog::slotBtnMakeApair()
             if (other != record && other->IsZbRow() && other->GetTbCl() == material)
                 other->Unpair();
         record->Pair(material, DbZbZgClItem::Matched);
-        SjCqXPsClBusiness::RefreshXpsTbOnlyRows(m_records, m_tbCl, m_tbOnly);
-        setModified(true);
-        refreshGrid();
-        recount();
+        pairsChanged();
     };
 }
 
@@ -252,22 +254,16 @@ void DbZbXpsClDialog::slotBtnUnpair()
 {
     TARVO_GUARD("SjCqXPsClQd\\PopupDialog\\DbZbXpsClDialog", "DbZbXpsClDialog::slotBtnUnpair")
     {
-        DbZbZgClItem* record = currentRecord();
-        if (!record || !record->IsZbRow()) {
-            showInformation(this, QStringLiteral("操作提示"),
-                            QStringLiteral("请选择有效的招标材料行!"));
+        DbZbZgClItem* record = currentTenderRow(QStringLiteral("请选择有效的招标材料行!"));
+        if (!record)
             return;
-        }
         if (!record->GetTbCl()) {
             showInformation(this, QStringLiteral("操作提示"),
                             QStringLiteral("当前行已无对应投标材料!"));
             return;
         }
         record->Unpair();
-        SjCqXPsClBusiness::RefreshXpsTbOnlyRows(m_records, m_tbCl, m_tbOnly);
-        setModified(true);
-        refreshGrid();
-        recount();
+        pairsChanged();
     };
 }
 

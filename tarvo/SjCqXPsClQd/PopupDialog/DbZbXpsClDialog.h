@@ -57,6 +57,8 @@ private:
     void dropRecords();
     void afterLoad(bool stored);
     void recount();
+    // A pair made or undone: the bid-only rows follow, the grid and the counter show it.
+    void pairsChanged();
     bool apply();
 
     ConstructionWorks* m_works;

@@ -73,6 +73,14 @@ void DbZbZgSyClDialog::recount()
     showCount(matched, unmatched);
 }
 
+void DbZbZgSyClDialog::pairsChanged()
+{
+    ZgClQdBusiness::RefreshTbOnlyRows(-1, m_records, m_tbCl);
+    setModified(true);
+    refreshGrid();
+    recount();
+}
+
 void DbZbZgSyClDialog::slotAutoMatchBtnClicked()
 {
     TARVO_GUARD("ZgClQd\\PopupDialog\\DbZbZgClDialog", "DbZbZgSyClDialog::slotAutoMatchBtnClicked")
@@ -103,12 +111,9 @@ void DbZbZgSyClDialog::slotBtnMakeApair()
 {
     TARVO_GUARD("ZgClQd\\PopupDialog\\DbZbZgClDialog", "DbZbZgSyClDialog::slotBtnMakeApair")
     {
-        DbZbZgClItem* record = currentRecord();
-        if (!record || !record->IsZbRow()) {
-            showInformation(this, QStringLiteral("操作提示"),
-                            QStringLiteral("请选择有效的招标材料行!"));
+        DbZbZgClItem* record = currentTenderRow(QStringLiteral("请选择有效的招标材料行!"));
+        if (!record)
             return;
-        }
         const QModelIndex index = m_allView->currentIndex();
         BaseDataItem* material = index.isValid() ? m_allModel->material(index.row()) : nullptr;
         if (!material) {
@@ -119,10 +124,7 @@ void DbZbZgSyClDialog::slotBtnMakeApair()
         if (!confirmRepair(record))
             return;
         record->Pair(material, DbZbZgClItem::Matched);
-        ZgClQdBusiness::RefreshTbOnlyRows(-1, m_records, m_tbCl);
-        setModified(true);
-        refreshGrid();
-        recount();
+        pairsChanged();
     };
 }
 
@@ -130,21 +132,16 @@ void DbZbZgSyClDialog::slotBtnUnpair()
 {
     TARVO_GUARD("ZgClQd\\PopupDialog\\DbZbZgClDialog", "DbZbZgSyClDialog::slotBtnUnpair")
     {
-        DbZbZgClItem* record = currentRecord();
-        if (!record || !record->IsZbRow()) {
-            showInformation(this, QStringLiteral("操作提示"), QStringLiteral("请选择招标材料行!"));
+        DbZbZgClItem* record = currentTenderRow(QStringLiteral("请选择招标材料行!"));
+        if (!record)
             return;
-        }
         if (!record->GetTbCl()) {
             showInformation(this, QStringLiteral("操作提示"),
                             QStringLiteral("当前行已无对应投标材料!"));
             return;
         }
         record->Unpair();
-        ZgClQdBusiness::RefreshTbOnlyRows(-1, m_records, m_tbCl);
-        setModified(true);
-        refreshGrid();
-        recount();
+        pairsChanged();
     };
 }
 

@@ -36,6 +36,8 @@ public slots:
 
 private:
     void recount();
+    // A pair made or undone: the bid-only rows follow, the grid and the counter show it.
+    void pairsChanged();
     bool apply();
 
     ConstructionWorks* m_works;
